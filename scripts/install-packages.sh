@@ -1,0 +1,38 @@
+#!/usr/bin/env bash
+# Installs the Debian packages that a task needs and that are missing: install-packages.sh build|sound|test|bench ...
+set -euo pipefail
+
+build=(g++ make cmake ninja-build ccache pkg-config ca-certificates
+    juce-modules-source fst-dev libopenblas-serial-dev libcli11-dev nlohmann-json3-dev
+    libflac-dev libpng-dev libjpeg-dev zlib1g-dev libcurl4-gnutls-dev)
+sound=(sonic-pi-samples)
+test=(libgtest-dev libgmock-dev lilv-utils sox libsox-fmt-mp3)
+bench=(libbenchmark-dev)
+peers=(lsp-plugins-vst iem-plugin-suite-vst)
+docs=(python3 gnuplot-nox fonts-lato)
+
+missing=()
+for group in "$@"; do
+    declare -n packages="$group"
+    for package in "${packages[@]}"; do
+        dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'ok installed' || missing+=("$package")
+    done
+done
+
+[ ${#missing[@]} -gt 0 ] || exit 0
+
+as_root=()
+if [ "$(id -u)" -ne 0 ]; then
+    command -v sudo >/dev/null || { echo "Missing packages: ${missing[*]}. Install them as root, then start again." >&2; exit 1; }
+    as_root=(sudo)
+fi
+
+echo "Installing: ${missing[*]}"
+log=$(mktemp)
+trap 'rm -f "$log"' EXIT
+if ! { "${as_root[@]}" apt-get update &&
+       "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends "${missing[@]}"; } >"$log" 2>&1; then
+    cat "$log" >&2
+    echo "The packages could not be installed; the lines above say why." >&2
+    exit 1
+fi
