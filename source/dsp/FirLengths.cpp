@@ -53,7 +53,7 @@ std::optional<int> baseLatencyFor (double sampleRate, FilterMode mode, FilterPha
         return std::nullopt;
 
     const auto lengths = firLengthsFor (sampleRate, mode);
-    const auto highDelay = effectivePhase (sampleRate, phase) == FilterPhase::linear ? (lengths.linearHighTapCount - 1) / 2
-                                                                                     : 0;
+    const auto highDelay =
+        effectivePhase (sampleRate, phase) == FilterPhase::linear ? (lengths.linearHighTapCount - 1) / 2 : 0;
     return lengths.dryDelaySamples + highDelay;
 }

@@ -3,10 +3,18 @@
 #include <optional>
 
 /** `paramMode`: how long the equaliser's filters are. The values are those of the parameter. */
-enum class FilterMode { master = 0, mix = 1 };
+enum class FilterMode
+{
+    master = 0,
+    mix = 1
+};
 
 /** `paramPhase`: the shape of the filter for the bands above 1500 Hz. The values are those of the parameter. */
-enum class FilterPhase { minimum = 0, linear = 1 };
+enum class FilterPhase
+{
+    minimum = 0,
+    linear = 1
+};
 
 /** Bands at or below this frequency run at the reduced rate, the others at the host's rate. */
 constexpr double lowPathLimitHz = 1500.0;
@@ -48,5 +56,6 @@ constexpr int soloDelaySamples = (soloTapCount - 1) / 2;
     not one of the six. A minimum-phase filter counts as no delay. */
 [[nodiscard]] std::optional<int> baseLatencyFor (double sampleRate, FilterMode mode, FilterPhase phase) noexcept;
 
-/** The phase that is heard: above 96 kHz there are no minimum-phase lengths, and the path is linear whatever is asked. */
+/** The phase that is heard: above 96 kHz there are no minimum-phase lengths, and the path is linear whatever is asked.
+ */
 [[nodiscard]] FilterPhase effectivePhase (double sampleRate, FilterPhase wanted) noexcept;
