@@ -9,8 +9,8 @@ struct FirJob
     /** The taps read the same from both ends, bit for bit, which lets a kernel fold them. */
     bool symmetric = false;
 
-    /** Newest samples of each channel, with `tapCount` - 1 earlier ones before them and at least
-        SampleLine::readableBehind readable doubles behind them. */
+    /** Newest samples of each channel, with `tapCount` - 1 earlier ones before them, and with
+        SampleLine::readableAround readable doubles on either side of all these. */
     const double* const* input = nullptr;
     double* const* output = nullptr;
     int channelCount = 0;

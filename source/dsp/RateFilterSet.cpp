@@ -1,6 +1,7 @@
 #include "dsp/RateFilterSet.h"
 
-#include "dsp/RateFilterKernel.h"
+#include "dsp/PolyphaseKernel.h"
+#include "dsp/RateRecursion.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -44,8 +45,8 @@ void RateFilterSet::decimate (const float* const* input, double* const* output, 
 
     auto* reduced = newFrames (channelCount);
     loadResults (firstDecimator, channelCount);
-    RateFilterKernel::decimatingSums (*filter, newest, reduced, channelCount, reducedCount);
-    RateFilterKernel::recursion (*filter, reduced, channelCount, reducedCount);
+    PolyphaseKernel::decimatingSums (*filter, newest, reduced, channelCount, reducedCount);
+    runRecursion (*filter, reduced, channelCount, reducedCount);
     storeResults (firstDecimator, channelCount, reducedCount);
 
     for (int c = 0; c < channelCount; ++c)
@@ -67,7 +68,7 @@ void RateFilterSet::interpolate (const double* const* input,
             reduced[i * channelCount + c] = input[c][i];
 
     loadResults (firstInterpolator, channelCount);
-    RateFilterKernel::recursion (*filter, reduced, channelCount, reducedCount);
+    runRecursion (*filter, reduced, channelCount, reducedCount);
     storeResults (firstInterpolator, channelCount, reducedCount);
 
     for (int c = 0; c < channelCount; ++c)
@@ -79,7 +80,7 @@ void RateFilterSet::interpolate (const double* const* input,
             std::fill_n (line + i * factor, factor, reduced[i * channelCount + c]);
     }
 
-    RateFilterKernel::interpolatingSums (*filter, held, output, channelCount, reducedCount);
+    PolyphaseKernel::interpolatingSums (*filter, held, output, channelCount, reducedCount);
 }
 
 double* RateFilterSet::newFrames (int channelCount) noexcept

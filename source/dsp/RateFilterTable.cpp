@@ -197,7 +197,12 @@ constexpr RateFilterTable makeTable (const RateFilterSection<order>& section, in
     table.branchTapCount = feedForward.degree / factor + 1;
 
     for (int k = 0; k <= order; ++k)
-        table.recursive[static_cast<std::size_t> (k)] = recursive.at (k).high;
+    {
+        const auto index = static_cast<std::size_t> (k);
+        table.recursive[index] = recursive.at (k).high;
+        table.recursiveInPairs[2 * index] = recursive.at (k).high;
+        table.recursiveInPairs[2 * index + 1] = recursive.at (k).high;
+    }
 
     for (int i = 0; i < table.feedForwardCount; ++i)
         table.decimating[static_cast<std::size_t> (i)] = feedForward.at (table.feedForwardCount - 1 - i).high;

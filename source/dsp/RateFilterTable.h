@@ -33,6 +33,7 @@ struct RateFilterTable
     static constexpr int maxFeedForwardCount = 136;
     static constexpr int maxBranchTapCount = 25;
     static constexpr int branchWidth = 8;
+    static constexpr int framesAtOnce = 4;
 
     int factor = 0;
     int order = 0;
@@ -43,8 +44,12 @@ struct RateFilterTable
     /** Input samples per output of an interpolation. */
     int branchTapCount = 0;
 
-    /** d(z)'s coefficients of the last `order` outputs, the newest at 1; index 0 is 1. */
-    std::array<double, maxOrder + 1> recursive {};
+    /** d(z)'s coefficients of the last `order` outputs, the newest at 1; index 0 is 1. Zeros follow, so that
+        framesAtOnce values can be loaded from any of them on. */
+    std::array<double, maxOrder + framesAtOnce> recursive {};
+
+    /** The same for two interleaved channels: each coefficient twice. */
+    alignas (64) std::array<double, 2 * (maxOrder + framesAtOnce)> recursiveInPairs {};
 
     /** The FIR for decimation, oldest sample's coefficient first. */
     alignas (64) std::array<double, maxFeedForwardCount> decimating {};

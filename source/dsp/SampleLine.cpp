@@ -17,16 +17,16 @@ constexpr int roundedUp (int count) noexcept
 } // namespace
 
 SampleLine::SampleLine (int maxPast, int maxBlock)
-    : front (roundedUp (std::max (maxPast, 0))),
+    : front (roundedUp (std::max (maxPast, 0)) + readableAround),
       blockCapacity (std::max (maxBlock, walkLength)),
-      storage (front + blockCapacity + readableBehind)
+      storage (front + blockCapacity + readableAround)
 {
     clear();
 }
 
 void SampleLine::setPastLength (int samples) noexcept
 {
-    past = std::clamp (samples, 0, front);
+    past = std::clamp (samples, 0, front - readableAround);
     clear();
 }
 

@@ -22,14 +22,14 @@ public:
     void clear() noexcept;
 
     /** Returns the place for the next `count` samples. The past lies before it, down to index -pastLength(), and at
-        least `readableBehind` doubles behind the block may be read, whatever they hold. */
+        least `readableAround` doubles behind the block and before the past may be read, whatever they hold. */
     [[nodiscard]] double* append (int count) noexcept;
 
     /** The samples that the last append() gave, and before them the past. */
     [[nodiscard]] const double* newest() const noexcept { return storage.data() + blockStart; }
 
-    /** Doubles behind a block that vector code may load. */
-    static constexpr int readableBehind = 16;
+    /** Doubles on either side of block and past that vector code may load. */
+    static constexpr int readableAround = 64;
 
 private:
     int front = 0;

@@ -465,23 +465,6 @@ TEST_P (RateConverterLevelTest, singleAndStereoBlocksContinueEachOther)
     }
 }
 
-TEST_P (RateConverterLevelTest, givesTheSameBitsAsTheBaseline)
-{
-    const auto left = toFloats (noise (2000, 15));
-    const auto right = toFloats (noise (2000, 16));
-
-    for (const auto rate : { 48000.0, 192000.0 })
-    {
-        const auto here = converterFor (rate);
-        const auto reduced = decimate (*here, left, right, { { 0, 2000 } });
-        const auto back = interpolate (*here, reduced, { { 0, 2000 } });
-        const ScopedSimdLevel baseline (SimdLevel::baseline);
-        const auto plain = converterFor (rate);
-        EXPECT_EQ (decimate (*plain, left, right, { { 0, 2000 } }), reduced);
-        EXPECT_EQ (interpolate (*plain, reduced, { { 0, 2000 } }), back);
-    }
-}
-
 TEST (RateConverterTest, takesWholeFactorsAndNoMoreThanItsBuffers)
 {
     const auto input = toFloats (noise (9000, 17));
