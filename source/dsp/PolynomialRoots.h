@@ -1,0 +1,124 @@
+#pragma once
+
+#include <complex>
+#include <cstddef>
+#include <span>
+#include <vector>
+
+/** Finds all zeros of a real polynomial by the three-stage algorithm with quadratic iteration.
+
+    M. A. Jenkins and J. F. Traub describe it in "A three-stage algorithm for real polynomials using quadratic
+   iteration", SIAM Journal on Numerical Analysis 7 (1970), and M. A. Jenkins in "Zeros of a real polynomial", ACM
+   Transactions on Mathematical Software 1 (1975). Zeros leave in roughly increasing modulus, conjugates side by side;
+   each is then improved on the polynomial as it was given, so that deflation leaves little error behind.
+
+    Everything is allocated by the constructor. One thread at a time. */
+class PolynomialRoots
+{
+public:
+    explicit PolynomialRoots (int maxDegreeToServe);
+
+    /** Finds the zeros of the polynomial with these coefficients, highest power first.
+
+        Leading coefficients of 0 are dropped, trailing ones give zeros at 0. False when all coefficients are 0, when
+       one is not finite, when the degree is above the greatest, or when not all zeros are found. Allocates nothing. */
+    [[nodiscard]] bool find (std::span<const double> coefficients) noexcept;
+
+    /** What the last `find` found, in the order found. */
+    [[nodiscard]] std::span<const std::complex<double>> zeros() const noexcept { return { found.data(), foundCount }; }
+
+private:
+    using Zero = std::complex<double>;
+
+    /** x^2 + u x + v. */
+    struct Quadratic
+    {
+        double u = 0.0;
+        double v = 0.0;
+    };
+
+    /** What a division by x^2 + u x + v leaves: slope (x + u) + offset. */
+    struct Remainder
+    {
+        double slope = 0.0;
+        double offset = 0.0;
+    };
+
+    /** The two estimates that a fixed shift watches. */
+    struct Estimates
+    {
+        Quadratic quadratic;
+        double real = 0.0;
+    };
+
+    /** How strictly each estimate must have settled before the shift is set free, and whether it has. */
+    struct Convergence
+    {
+        double tolerance = 0.25;
+        double product = 1.0;
+        double lastChange = 1.0;
+        bool passed = false;
+
+        void update (double change) noexcept;
+    };
+
+    enum class LinearOutcome
+    {
+        found,
+        failed,
+        cluster
+    };
+
+    void takeCoefficients (std::span<const double> coefficients) noexcept;
+    [[nodiscard]] bool findNext() noexcept;
+    [[nodiscard]] double lowerBoundOfModuli() const noexcept;
+
+    void applyZeroShifts() noexcept;
+    [[nodiscard]] bool applyFixedShift (const Quadratic& sigma, int stepCount) noexcept;
+    [[nodiscard]] bool
+    applyVariableShift (const Estimates& start, Convergence& quadratic, Convergence& linear) noexcept;
+    [[nodiscard]] bool iterateQuadratic (Quadratic sigma) noexcept;
+    [[nodiscard]] LinearOutcome iterateLinear (double& shift) noexcept;
+
+    void divideP (const Quadratic& sigma) noexcept;
+    void divideK (const Quadratic& sigma) noexcept;
+    bool stepK (const Quadratic& sigma) noexcept;
+    bool stepKLinear (double shift, double valueOfP) noexcept;
+    [[nodiscard]] Quadratic nextQuadratic (const Quadratic& sigma) const noexcept;
+    [[nodiscard]] bool isZeroPair (const Quadratic& sigma, const Zero& zero, double& residual) const noexcept;
+
+    void append (Zero zero) noexcept { found[foundCount++] = zero; }
+    void takeLinear (double zero) noexcept;
+    void takeQuadratic (const Quadratic& sigma) noexcept;
+    void takeRest() noexcept;
+    [[nodiscard]] Zero improve (Zero zero, bool repelConjugate) const noexcept;
+    void deflate (double zero) noexcept;
+    void deflate (const Quadratic& sigma) noexcept;
+    [[nodiscard]] std::size_t largestTerm (std::size_t n, double modulus) const noexcept;
+    [[nodiscard]] Zero repulsionAt (Zero point, std::size_t leftOut) const noexcept;
+    [[nodiscard]] bool repeatsSimpleZero (std::size_t index) const noexcept;
+    [[nodiscard]] double roundingErrorAt (double modulus) const noexcept;
+    [[nodiscard]] bool isZero (Zero point) const noexcept;
+    [[nodiscard]] bool settleAll() noexcept;
+    [[nodiscard]] std::span<const double> givenPolynomial() const noexcept { return { given.data(), givenDegree + 1 }; }
+
+    std::size_t maxDegree;
+    std::size_t degree = 0;
+    std::size_t givenDegree = 0;
+    std::size_t foundCount = 0;
+    double angle = 0.0;
+
+    // All polynomials have the highest power first; p is monic and k has one degree less.
+    std::vector<double> given;
+    std::vector<double> p;
+    std::vector<double> k;
+    std::vector<double> quotientP;
+    std::vector<double> quotientK;
+    std::vector<double> keptK;
+    std::vector<double> startK;
+
+    Remainder remainderP;
+    Remainder remainderK;
+
+    std::vector<Zero> found;
+};
