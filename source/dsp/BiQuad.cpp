@@ -1,0 +1,7 @@
+#include "dsp/BiQuad.h"
+
+namespace orvik
+{
+template class BiQuad<float>;
+template class BiQuad<double>;
+} // namespace orvik
