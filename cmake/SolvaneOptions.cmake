@@ -1,22 +1,26 @@
-# solvane_options: language level, sanitizers and include root of every target of ours.
+# solvane_flags: language level and sanitizers of every target, the framework's included.
+# solvane_options: the same and the include root, for targets of ours.
 # solvane_own_sources (target): strict warnings for files that we write, never for a library's.
 
 set (CMAKE_POSITION_INDEPENDENT_CODE ON)
 set (CMAKE_CXX_EXTENSIONS OFF)
 
+add_library (solvane_flags INTERFACE)
+target_compile_features (solvane_flags INTERFACE cxx_std_20)
+
 add_library (solvane_options INTERFACE)
-target_compile_features (solvane_options INTERFACE cxx_std_20)
+target_link_libraries (solvane_options INTERFACE solvane_flags)
 target_include_directories (solvane_options INTERFACE "${PROJECT_SOURCE_DIR}/source")
 
 if (SOLVANE_SANITIZE STREQUAL "address")
-    target_compile_options (solvane_options INTERFACE
+    target_compile_options (solvane_flags INTERFACE
         -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
-    target_link_options (solvane_options INTERFACE -fsanitize=address,undefined)
+    target_link_options (solvane_flags INTERFACE -fsanitize=address,undefined)
 elseif (SOLVANE_SANITIZE STREQUAL "thread")
-    target_compile_options (solvane_options INTERFACE -fsanitize=thread -fno-omit-frame-pointer)
-    target_link_options (solvane_options INTERFACE -fsanitize=thread)
+    target_compile_options (solvane_flags INTERFACE -fsanitize=thread -fno-omit-frame-pointer)
+    target_link_options (solvane_flags INTERFACE -fsanitize=thread)
     # Functions with versions chosen at load time run before the thread sanitizer is ready and crash it.
-    target_compile_definitions (solvane_options INTERFACE SOLVANE_NO_FUNCTION_VERSIONS=1)
+    target_compile_definitions (solvane_flags INTERFACE SOLVANE_NO_FUNCTION_VERSIONS=1)
 elseif (NOT SOLVANE_SANITIZE STREQUAL "")
     message (FATAL_ERROR "SOLVANE_SANITIZE is '${SOLVANE_SANITIZE}'; it knows address and thread")
 endif()

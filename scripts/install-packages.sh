@@ -3,10 +3,10 @@
 set -euo pipefail
 
 build=(g++ make cmake ninja-build ccache pkg-config ca-certificates
-    juce-modules-source fst-dev libopenblas-serial-dev libcli11-dev nlohmann-json3-dev
+    juce-modules-source fst-dev libopenblas-serial-dev libkissfft-dev libcli11-dev nlohmann-json3-dev
     libflac-dev libpng-dev libjpeg-dev zlib1g-dev libcurl4-gnutls-dev)
 sound=(sonic-pi-samples)
-test=(libgtest-dev libgmock-dev lilv-utils sox libsox-fmt-mp3)
+test=(libgtest-dev libgmock-dev lilv-utils sox libsox-fmt-mp3 libebur128-dev)
 bench=(libbenchmark-dev)
 peers=(lsp-plugins-vst iem-plugin-suite-vst)
 docs=(python3 gnuplot-nox fonts-lato)

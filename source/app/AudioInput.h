@@ -1,0 +1,26 @@
+#pragma once
+
+#include <juce_audio_formats/juce_audio_formats.h>
+
+#include <memory>
+
+/** An audio file of one of the kinds that the product reads: WAV, AIFF, FLAC and MP3. */
+class AudioInput
+{
+public:
+    /** Opens the file. Throws CommandError when it cannot be read, or has no sound. */
+    explicit AudioInput (const juce::File& file);
+
+    [[nodiscard]] double sampleRate() const noexcept { return reader->sampleRate; }
+    [[nodiscard]] int channelCount() const noexcept { return static_cast<int> (reader->numChannels); }
+    [[nodiscard]] juce::int64 length() const noexcept { return reader->lengthInSamples; }
+    [[nodiscard]] juce::String formatName() const { return reader->getFormatName(); }
+
+    /** Reads `count` samples from `start` on into the front of `block`. Throws CommandError when the file cannot be
+        read to its end. */
+    void read (juce::AudioBuffer<float>& block, juce::int64 start, int count);
+
+private:
+    juce::File file;
+    std::unique_ptr<juce::AudioFormatReader> reader;
+};

@@ -1,0 +1,90 @@
+#include "app/BandOption.h"
+
+#include "app/CommandError.h"
+#include "core/ParameterTable.h"
+
+#include <charconv>
+#include <cmath>
+#include <sstream>
+#include <vector>
+
+namespace
+{
+std::vector<std::string> splitAtCommas (const std::string& text)
+{
+    std::vector<std::string> parts;
+    std::istringstream stream (text);
+
+    for (std::string part; std::getline (stream, part, ',');)
+        parts.push_back (part);
+
+    return parts;
+}
+
+[[noreturn]] void refuse (const std::string& text, const std::string& reason)
+{
+    throw CommandError (ExitCode::badArguments,
+                        "--band " + text + ": " + reason
+                            + " A band is FREQ,GAIN,Q[,shelf][,ms=VALUE][,solo][,bypass], for example 2500,-3,1.4.");
+}
+
+/** Numbers are read the same in every locale. */
+float readNumber (const std::string& text, const std::string& part, const char* what)
+{
+    auto value = 0.0f;
+    const auto* first = part.data() + (part.starts_with ('+') ? 1 : 0);
+    const auto* last = part.data() + part.size();
+    const auto [end, error] = std::from_chars (first, last, value);
+
+    if (error != std::errc() || end != last || ! std::isfinite (value))
+        refuse (text, std::string ("the ") + what + " '" + part + "' is not a number.");
+
+    return value;
+}
+
+float readWithin (
+    const std::string& text, const std::string& part, const char* what, Settings::Parameter kind, const char* unit)
+{
+    const auto value = readNumber (text, part, what);
+
+    for (const auto& row : ParameterTable::rows())
+        if (row.id == ParameterIds::ofBand (0, kind) && (value < row.minimum || value > row.maximum))
+            refuse (text,
+                    (juce::String ("the ") + what + " " + part + " is outside " + juce::String (row.minimum) + " to "
+                     + juce::String (row.maximum) + unit + ".")
+                        .toStdString());
+
+    return value;
+}
+} // namespace
+
+BandOption BandOption::parse (const std::string& text)
+{
+    const auto parts = splitAtCommas (text);
+
+    if (parts.size() < 3)
+        refuse (text, "frequency, gain and Q are needed.");
+
+    BandOption band;
+    band.frequencyHz = readWithin (text, parts[0], "frequency", Settings::Parameter::frequency, " Hz");
+    band.gainDb = readWithin (text, parts[1], "gain", Settings::Parameter::gain, " dB");
+    band.q = readWithin (text, parts[2], "Q", Settings::Parameter::q, "");
+
+    for (std::size_t index = 3; index < parts.size(); ++index)
+    {
+        const auto& part = parts[index];
+
+        if (part == "shelf")
+            band.highShelf = true;
+        else if (part == "solo")
+            band.solo = true;
+        else if (part == "bypass")
+            band.bypass = true;
+        else if (part.starts_with ("ms="))
+            band.midSide = readWithin (text, part.substr (3), "mid/side value", Settings::Parameter::midSide, "");
+        else
+            refuse (text, "'" + part + "' is not known.");
+    }
+
+    return band;
+}

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "app/BandOption.h"
+#include "core/PluginModel.h"
+
+#include <string>
+#include <vector>
+
+/** Everything about the sound that the command line can set. */
+struct EqualiserSettings
+{
+    std::vector<BandOption> bands;
+    FilterPhase phase = FilterPhase::linear;
+    FilterMode mode = FilterMode::master;
+    float gainScalePercent = 100.0f;
+    float outputGainDb = 0.0f;
+
+    /** Writes the settings into the parameters, as a host would. Message thread. */
+    void applyTo (PluginModel& model) const;
+
+    [[nodiscard]] bool hasSolo() const noexcept;
+};

@@ -1,0 +1,79 @@
+#include "app/OfflineRenderer.h"
+
+#include <algorithm>
+
+namespace
+{
+/** Each processed block hands new taps to one of four BlockProcessors, and a rebuild takes a turn of its own. */
+constexpr int turnsToSettle = 3 * BandEngine::modeCount;
+
+juce::AudioProcessor::BusesLayout layoutFor (int channelCount)
+{
+    const auto set = channelCount == 1 ? juce::AudioChannelSet::mono() : juce::AudioChannelSet::stereo();
+    juce::AudioProcessor::BusesLayout layout;
+    layout.inputBuses.add (set);
+    layout.outputBuses.add (set);
+    return layout;
+}
+} // namespace
+
+OfflineRenderer::OfflineRenderer (double sampleRate, int channelCount, int blockSize, const EqualiserSettings& settings)
+    : channels (channelCount), blockLength (blockSize)
+{
+    plugin.setBusesLayout (layoutFor (channelCount));
+    plugin.setNonRealtime (true);
+    plugin.setRateAndBufferSizeDetails (sampleRate, blockSize);
+    settings.applyTo (plugin.model);
+    plugin.prepareToPlay (sampleRate, blockSize);
+    solo = plugin.model.soloActive;
+    settle();
+}
+
+int OfflineRenderer::delaySamples() const noexcept
+{
+    return (solo ? soloDelaySamples : plugin.model.baseLatency.load()) + plugin.model.decimationFactor;
+}
+
+void OfflineRenderer::settle()
+{
+    // Together a whole multiple of the factor, so that the FIFOs stand as they did after prepare. Silence leaves every
+    // filter at zero.
+    const auto factor = plugin.model.decimationFactor.load();
+    const auto length = std::min (factor, blockLength);
+    juce::AudioBuffer<float> silence (channels, length);
+
+    for (int turn = 0; turn < turnsToSettle * factor / length; ++turn)
+    {
+        silence.clear();
+        process (silence);
+    }
+}
+
+void OfflineRenderer::process (juce::AudioBuffer<float>& block)
+{
+    juce::MidiBuffer noMidi;
+    plugin.processBlock (block, noMidi);
+}
+
+void OfflineRenderer::render (juce::int64 length, const ReadBlock& read, const WriteBlock& write)
+{
+    juce::AudioBuffer<float> block (channels, blockLength);
+    const juce::int64 delay = delaySamples();
+
+    for (juce::int64 position = 0; position < length + delay; position += blockLength)
+    {
+        block.clear();
+        const auto available = static_cast<int> (std::clamp<juce::int64> (length - position, 0, blockLength));
+
+        if (available > 0)
+            read (block, position, available);
+
+        process (block);
+
+        const auto first = static_cast<int> (std::clamp<juce::int64> (delay - position, 0, blockLength));
+        const auto last = static_cast<int> (std::clamp<juce::int64> (length + delay - position, 0, blockLength));
+
+        if (last > first)
+            write (block, first, last - first);
+    }
+}

@@ -1,0 +1,116 @@
+#include "app/RenderCommand.h"
+
+#include "app/AudioInput.h"
+#include "app/AudioOutput.h"
+#include "app/CommandError.h"
+#include "app/Interrupt.h"
+#include "app/OfflineRenderer.h"
+#include "app/ProgressBar.h"
+
+#include <cmath>
+#include <iomanip>
+#include <iostream>
+
+namespace
+{
+juce::File fileFor (const std::string& path)
+{
+    return juce::File::getCurrentWorkingDirectory().getChildFile (juce::String::fromUTF8 (path.c_str()));
+}
+
+void requireServedAudio (const AudioInput& input, const std::string& path)
+{
+    if (! decimationFactorFor (input.sampleRate()).has_value())
+        throw CommandError (ExitCode::unsupportedAudio,
+                            "'" + path + "' has " + juce::String (input.sampleRate()).toStdString()
+                                + " Hz. The filters serve 44100, 48000, 88200, 96000, 176400 and 192000 Hz; "
+                                  "convert the file first.");
+
+    if (input.channelCount() > 2)
+        throw CommandError (ExitCode::unsupportedAudio,
+                            "'" + path + "' has " + std::to_string (input.channelCount())
+                                + " channels. Mono and stereo files can be rendered.");
+}
+
+std::string parameterText (const PluginModel& model, int band, Settings::Parameter kind)
+{
+    for (const auto& row : ParameterTable::rows())
+        if (row.id == ParameterIds::ofBand (band, kind))
+            return ParameterTable::textOf (row.text, model.getBandValue (band, kind)).toStdString();
+
+    return {};
+}
+
+void describeBand (const PluginModel& model, int band)
+{
+    using Kind = Settings::Parameter;
+
+    std::cout << "  Band " << band + 1 << ": " << parameterText (model, band, Kind::frequency) << ", "
+              << parameterText (model, band, Kind::gain) << ", "
+              << (model.getBandValue (band, Kind::highShelf) != 0.0f ? std::string ("high shelf")
+                                                                      : parameterText (model, band, Kind::q))
+              << ", " << parameterText (model, band, Kind::midSide)
+              << (model.getBandValue (band, Kind::solo) == 1.0f ? ", solo" : "")
+              << (model.getBandValue (band, Kind::bypass) == 1.0f ? ", bypassed" : "") << '\n';
+}
+
+void warnOfMasterLimits (const PluginModel& model)
+{
+    if (model.filterMode() == FilterMode::master && ! model.canUseMasterMode())
+        std::cerr << "Note: Master filters hold gains within 4 dB. Use --mode mix for more.\n";
+}
+} // namespace
+
+void RenderCommand::run() const
+{
+    const auto target = fileFor (output);
+    const auto storedAs = format.empty() ? OutputFormat::fromFile (target) : OutputFormat::fromName (format);
+
+    AudioInput source (fileFor (input));
+    requireServedAudio (source, input);
+
+    OfflineRenderer renderer (source.sampleRate(), source.channelCount(), blockSize, settings);
+    const auto& model = renderer.processor().model;
+    warnOfMasterLimits (model);
+
+    AudioOutput result (target, storedAs, source.sampleRate(), source.channelCount());
+
+    {
+        ProgressBar progress ("Rendering");
+
+        renderer.render (
+            source.length(),
+            [&] (juce::AudioBuffer<float>& block, juce::int64 start, int count)
+            {
+                Interrupt::throwIfRequested();
+                source.read (block, start, count);
+                progress.show (static_cast<double> (start) / static_cast<double> (source.length()));
+            },
+            [&] (const juce::AudioBuffer<float>& block, int start, int count) { result.write (block, start, count); });
+    }
+
+    result.commit();
+
+    std::cout << "Input:  " << input << " (" << source.formatName() << ", " << source.sampleRate() << " Hz, "
+              << (source.channelCount() == 1 ? "mono" : "stereo") << ", " << std::fixed << std::setprecision (2)
+              << static_cast<double> (source.length()) / source.sampleRate() << " s)\n"
+              << "Filter: " << (model.filterMode() == FilterMode::mix ? "Mix" : "Master") << ", "
+              << (model.filterPhase() == FilterPhase::linear ? "linear" : "minimum") << " phase, "
+              << renderer.delaySamples() << " samples of delay taken off\n";
+
+    for (int band = 0; band < static_cast<int> (settings.bands.size()); ++band)
+        describeBand (model, band);
+
+    if (model.gainScalePercent() != 100.0f)
+        std::cout << "  Gain scale " << model.gainScalePercent() << " %\n";
+
+    if (model.outputGainDb() != 0.0f)
+        std::cout << "  Output gain " << model.outputGainDb() << " dB\n";
+
+    std::cout << "Result: " << output << " (" << storedAs.description() << ", peak "
+              << 20.0 * std::log10 (static_cast<double> (result.peak())) << " dBFS)\n";
+
+    if (result.clippedCount() > 0 && storedAs.bits != 32)
+        std::cerr << "Note: " << result.clippedCount()
+                  << " samples were louder than full scale and were cut. Lower --output-gain, or use --format wav-float.\n";
+}

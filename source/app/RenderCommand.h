@@ -1,0 +1,18 @@
+#pragma once
+
+#include "app/EqualiserSettings.h"
+
+#include <string>
+
+/** `solvane render`: one file through the equaliser into another. */
+struct RenderCommand
+{
+    std::string input;
+    std::string output;
+    std::string format;
+    int blockSize = 512;
+    EqualiserSettings settings;
+
+    /** Renders, and prints what was done. Throws CommandError. */
+    void run() const;
+};

@@ -1,0 +1,270 @@
+#include "core/AudioCallback.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace
+{
+constexpr double lowestWorkingRate = 44100.0;
+constexpr int longestWorkingBlock = 8192;
+constexpr int longestDecimationFactor = 8;
+
+/** Above any level that audio has, and far below where a recursive filter or a meter overflows. */
+constexpr float largestMagnitude = 1.0e9f;
+
+/** Makes every sample finite: what is no number, or infinite, becomes 0. One such sample in a recursive filter would
+    stay there for ever. */
+void sanitise (float* samples, int count) noexcept
+{
+    for (int index = 0; index < count; ++index)
+    {
+        const auto sample = samples[index];
+        const auto finite = std::abs (sample) <= std::numeric_limits<float>::max() ? sample : 0.0f;
+        samples[index] = std::min (std::max (finite, -largestMagnitude), largestMagnitude);
+    }
+}
+
+bool isStereoBand (const PluginModel& model, int band) noexcept
+{
+    return model.getBandValue (band, Settings::Parameter::midSide) == 0.5f;
+}
+} // namespace
+
+AudioCallback::AudioCallback (PluginModel& modelToUse,
+                              BandEngine& engineToUse,
+                              const HostTraits& hostToUse,
+                              const HostDescription& descriptionToUse,
+                              std::function<bool()> isOfflineToUse)
+    : model (modelToUse),
+      engine (engineToUse),
+      host (hostToUse),
+      description (descriptionToUse),
+      isOffline (std::move (isOfflineToUse)),
+      inputFifo (2, longestDecimationFactor + 1),
+      outputFifo (2, longestDecimationFactor + 1),
+      bypassDelay (maxBaseLatencySamples + longestDecimationFactor)
+{
+}
+
+void AudioCallback::prepareRate (double sampleRate)
+{
+    rateConverter.setSampleRate (sampleRate);
+    rateConverter.buildFilters();
+}
+
+void AudioCallback::prepare()
+{
+    const auto channels = std::clamp (model.numChannels.load(), 0, 2);
+    const auto blockSize = std::max (0, model.maxBlockSize.load());
+
+    // One host block and what the block before left over, which is less than the factor.
+    const auto fifoCapacity = std::max (2 * blockSize, blockSize + longestDecimationFactor + 1);
+    const auto blockCapacity = std::max (2 * blockSize, blockSize + longestDecimationFactor);
+
+    inputFifo.resize (channels, fifoCapacity);
+    outputFifo.resize (channels, fifoCapacity);
+    inputBlock.setSize (channels, blockCapacity);
+    outputBlock.setSize (channels, blockCapacity);
+    inputBlock.clear();
+    outputBlock.clear();
+
+    // Covers what a block that is no multiple of the factor leaves in the input FIFO.
+    outputFifo.write (outputBlock.getArrayOfReadPointers(), channels, model.decimationFactor);
+}
+
+void AudioCallback::updateLatency() noexcept
+{
+    const auto base = model.baseLatency.load();
+    mixerLatency.publish (base);
+    bypassDelay.setLength (base + (model.fifosEngaged ? model.decimationFactor.load() : 0));
+}
+
+void AudioCallback::process (juce::AudioBuffer<float>& buffer,
+                             int inputCount,
+                             int outputCount,
+                             juce::AudioPlayHead* playHead) noexcept
+{
+    recordThreadPriority();
+    const juce::ScopedNoDenormals noDenormals;
+    model.audioCallbackSeen = true;
+    updateTransport (playHead);
+
+    if (! canProcess (inputCount, outputCount))
+    {
+        // A host hands over old data in outputs that have no input.
+        for (int channel = inputCount; channel < std::min (outputCount, buffer.getNumChannels()); ++channel)
+            buffer.clear (channel, 0, buffer.getNumSamples());
+
+        model.currentBlockSize = buffer.getNumSamples();
+        return;
+    }
+
+    const auto sampleCount = buffer.getNumSamples();
+    const auto longestPiece = model.maxBlockSize.load();
+    auto* const* channels = buffer.getArrayOfWritePointers();
+
+    // Usually one piece; more when the host's block is larger than it announced.
+    for (int start = 0; start == 0 || start < sampleCount; start += longestPiece)
+    {
+        float* piece[2] { channels[0] + start, inputCount > 1 ? channels[1] + start : nullptr };
+        processPiece (piece, inputCount, std::min (longestPiece, sampleCount - start));
+    }
+}
+
+void AudioCallback::processBypassed (juce::AudioBuffer<float>& buffer) noexcept
+{
+    bypassDelay.process (buffer.getArrayOfWritePointers(), std::min (buffer.getNumChannels(), 2), buffer.getNumSamples());
+}
+
+void AudioCallback::recordThreadPriority() noexcept
+{
+    const auto priority = description.threadPriority();
+    model.threadPriority = priority;
+    model.maxThreadPriority = std::max (priority, model.maxThreadPriority.load());
+}
+
+void AudioCallback::updateTransport (juce::AudioPlayHead* playHead) noexcept
+{
+    using Position = juce::Optional<juce::AudioPlayHead::PositionInfo>;
+    model.transport.update (playHead != nullptr ? playHead->getPosition() : Position {}, host.hostIsWavelab);
+    model.channels.fire (Channels::transportPlaying);
+}
+
+bool AudioCallback::canProcess (int inputCount, int outputCount) const noexcept
+{
+    const auto blockSize = model.maxBlockSize.load();
+
+    return model.sampleRate >= lowestWorkingRate && blockSize > 0 && blockSize <= longestWorkingBlock
+        && ! host.hostIsAuval && (inputCount == 1 || inputCount == 2) && inputCount == outputCount
+        && inputCount == model.numChannels;
+}
+
+void AudioCallback::processPiece (float* const* channels, int channelCount, int sampleCount) noexcept
+{
+    model.currentBlockSize = sampleCount;
+    model.fifosEngaged = true;
+
+    inputFifo.write (channels, channelCount, sampleCount);
+    const auto ready = inputFifo.numReady();
+    const auto toProcess = ready - ready % model.decimationFactor;
+    model.samplesToProcess = toProcess;
+
+    if (toProcess > 0)
+    {
+        inputFifo.read (inputBlock.getArrayOfWritePointers(), channelCount, toProcess);
+
+        for (int channel = 0; channel < channelCount; ++channel)
+            sanitise (inputBlock.getWritePointer (channel), toProcess);
+
+        engine.serviceNext (! isOffline());
+        filter (toProcess);
+        outputFifo.write (outputBlock.getArrayOfReadPointers(), channelCount, toProcess);
+    }
+
+    outputFifo.read (channels, channelCount, sampleCount);
+
+    if (! model.mainBypass())
+        applyOutputGain (channels, channelCount, sampleCount);
+}
+
+void AudioCallback::filter (int sampleCount) noexcept
+{
+    if (const auto latency = mixerLatency.takeNew())
+        mixer.setLatency (*latency);
+
+    const auto snapshot = takeSnapshot();
+
+    if (model.isStereo)
+    {
+        rateConverter.decimateStereo (inputBlock.getReadPointer (0), inputBlock.getReadPointer (1), sampleCount);
+        filterStereo (snapshot, sampleCount);
+    }
+    else
+    {
+        rateConverter.decimateSingle (inputBlock.getReadPointer (0), sampleCount);
+        filterSingle (snapshot, sampleCount);
+    }
+}
+
+AudioCallback::Snapshot AudioCallback::takeSnapshot() const noexcept
+{
+    Snapshot snapshot { .soloActive = model.soloActive,
+                        .mainBypass = model.mainBypass(),
+                        .useStereo = model.stereoPathActive,
+                        .useMidSide = model.midSidePathActive,
+                        .phase = model.filterPhase() };
+
+    // A soloed band keeps only its own path.
+    if (const auto band = model.soloBand.load(); snapshot.soloActive && band >= 0)
+    {
+        if (isStereoBand (model, band))
+            snapshot.useMidSide = false;
+        else
+            snapshot.useStereo = false;
+    }
+
+    return snapshot;
+}
+
+void AudioCallback::filterStereo (const Snapshot& snapshot, int sampleCount) noexcept
+{
+    const auto* left = inputBlock.getReadPointer (0);
+    const auto* right = inputBlock.getReadPointer (1);
+    const auto* lowLeft = rateConverter.outputLeft();
+    const auto* lowRight = rateConverter.outputRight();
+    PathResults results;
+
+    if (snapshot.useMidSide)
+        mixer.split (left, right, sampleCount, lowLeft, lowRight, sampleCount / model.decimationFactor);
+
+    if (snapshot.useStereo)
+    {
+        auto& stereo = engine.block (BlockProcessorMode::stereo);
+        stereo.processStereo (left, right, lowLeft, lowRight, sampleCount, snapshot.soloActive, snapshot.phase);
+        results.stereoLeft = stereo.outputLeft();
+        results.stereoRight = stereo.outputRight();
+    }
+
+    if (snapshot.useMidSide)
+    {
+        auto& mid = engine.block (BlockProcessorMode::mid);
+        auto& side = engine.block (BlockProcessorMode::side);
+        mid.processSingle (mixer.mid(), mixer.midLow(), sampleCount, snapshot.soloActive, snapshot.phase);
+        side.processSingle (mixer.side(), mixer.sideLow(), sampleCount, snapshot.soloActive, snapshot.phase);
+        results.mid = mid.outputLeft();
+        results.side = side.outputLeft();
+    }
+
+    mixer.mix (left,
+               right,
+               results,
+               sampleCount,
+               snapshot.useStereo,
+               snapshot.useMidSide,
+               outputBlock.getWritePointer (0),
+               outputBlock.getWritePointer (1));
+}
+
+void AudioCallback::filterSingle (const Snapshot& snapshot, int sampleCount) noexcept
+{
+    auto& single = engine.block (BlockProcessorMode::stereo);
+    single.processSingle (
+        inputBlock.getReadPointer (0), rateConverter.outputLeft(), sampleCount, snapshot.soloActive, snapshot.phase);
+
+    const auto* filtered = single.outputLeft();
+    auto* output = outputBlock.getWritePointer (0);
+
+    for (int sample = 0; sample < sampleCount; ++sample)
+        output[sample] = static_cast<float> (filtered[sample]);
+}
+
+void AudioCallback::applyOutputGain (float* const* channels, int channelCount, int sampleCount) const noexcept
+{
+    const auto gain = std::pow (10.0f, model.outputGainDb() / 20.0f);
+
+    if (gain == 1.0f)
+        return;
+
+    for (int channel = 0; channel < channelCount; ++channel)
+        juce::FloatVectorOperations::multiply (channels[channel], gain, sampleCount);
+}

@@ -1,0 +1,82 @@
+#pragma once
+
+#include "core/BandEngine.h"
+#include "core/HostTraits.h"
+#include "core/PluginModel.h"
+#include "dsp/AudioFifo.h"
+#include "dsp/BypassDelay.h"
+#include "dsp/PathMixer.h"
+#include "dsp/PublishedLength.h"
+#include "dsp/RateConverter.h"
+
+#include <functional>
+
+/** The road of a block from the host and back.
+
+    The host's blocks of any length go through a pair of FIFOs, so that the filters always get a multiple of the
+    decimation factor; the silence that prepare puts into the second one covers what is left over. Everything here
+    belongs to the audio thread, or to prepare while audio is stopped, but for updateLatency(). */
+class AudioCallback
+{
+public:
+    /** @param isOffline whether the current block is rendered offline; asked on the audio thread */
+    AudioCallback (PluginModel& model,
+                   BandEngine& engine,
+                   const HostTraits& host,
+                   const HostDescription& description,
+                   std::function<bool()> isOffline);
+
+    /** Sizes and clears the buffers for model's rate, block size, channels and decimation factor. Audio stopped. */
+    void prepare();
+
+    /** Renews the rate converter's filters. Audio stopped. */
+    void prepareRate (double sampleRate);
+
+    /** Sizes both delay lines for the model's base latency; they are cleared at the next block. Any thread. */
+    void updateLatency() noexcept;
+
+    /** The delay in samples of the bypass line. */
+    [[nodiscard]] int bypassLatency() const noexcept { return bypassDelay.length(); }
+
+    /** One block, in place. Audio thread; real-time safe. */
+    void process (juce::AudioBuffer<float>& buffer, int inputCount, int outputCount, juce::AudioPlayHead* playHead) noexcept;
+
+    /** One bypassed block, in place: the input, delayed by the reported latency. Audio thread; real-time safe. */
+    void processBypassed (juce::AudioBuffer<float>& buffer) noexcept;
+
+private:
+    /** Read once for a block, since another thread may change them under it. */
+    struct Snapshot
+    {
+        bool soloActive;
+        bool mainBypass;
+        bool useStereo;
+        bool useMidSide;
+        FilterPhase phase;
+    };
+
+    void recordThreadPriority() noexcept;
+    void updateTransport (juce::AudioPlayHead* playHead) noexcept;
+    [[nodiscard]] bool canProcess (int inputCount, int outputCount) const noexcept;
+    void processPiece (float* const* channels, int channelCount, int sampleCount) noexcept;
+    void filter (int sampleCount) noexcept;
+    void filterStereo (const Snapshot& snapshot, int sampleCount) noexcept;
+    void filterSingle (const Snapshot& snapshot, int sampleCount) noexcept;
+    [[nodiscard]] Snapshot takeSnapshot() const noexcept;
+    void applyOutputGain (float* const* channels, int channelCount, int sampleCount) const noexcept;
+
+    PluginModel& model;
+    BandEngine& engine;
+    const HostTraits& host;
+    const HostDescription& description;
+    const std::function<bool()> isOffline;
+
+    RateConverter rateConverter;
+    juce::AudioBuffer<float> inputBlock;
+    juce::AudioBuffer<float> outputBlock;
+    AudioFifo inputFifo;
+    AudioFifo outputFifo;
+    PathMixer mixer;
+    PublishedLength mixerLatency;
+    BypassDelay bypassDelay;
+};

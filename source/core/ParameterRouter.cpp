@@ -1,0 +1,244 @@
+#include "core/ParameterRouter.h"
+
+#include <algorithm>
+#include <cmath>
+
+using Kind = Settings::Parameter;
+
+namespace
+{
+constexpr std::array listenedKinds { Kind::frequency, Kind::gain,      Kind::q,      Kind::solo,
+                                     Kind::bypass,    Kind::highShelf, Kind::midSide };
+
+constexpr std::array listenedGlobals {
+    ParameterIds::bypass, ParameterIds::currentPreset, ParameterIds::phase, ParameterIds::mode, ParameterIds::gainScale
+};
+
+std::array<std::string, bandCount> namesOf (Kind kind)
+{
+    std::array<std::string, bandCount> names;
+
+    for (int band = 0; band < bandCount; ++band)
+        names[static_cast<std::size_t> (band)] = ParameterIds::ofBand (band, kind).toStdString();
+
+    return names;
+}
+
+const auto gainNames = namesOf (Kind::gain);
+const auto bypassNames = namesOf (Kind::bypass);
+
+BandUpdate sameForAllModes (const std::string& name, float value, bool gainScaleApplied = false)
+{
+    return { &name, { value, value, value, value }, BandEngine::modeCount, gainScaleApplied };
+}
+
+bool isActive (const PluginModel& model, int band) noexcept
+{
+    return model.getBandValue (band, Kind::active) == 1.0f;
+}
+
+/** A scaled gain as the filters may have it in the current mode. */
+float withinFilterLimits (float gainDb, FilterMode mode) noexcept
+{
+    if (mode == FilterMode::master)
+        gainDb = std::clamp (gainDb, -Settings::masterGainLimitDb, Settings::masterGainLimitDb);
+
+    return std::clamp (gainDb, -Settings::bandGainLimitDb, Settings::bandGainLimitDb);
+}
+} // namespace
+
+ParameterRouter::ParameterRouter (PluginModel& modelToUse, BandEngine& engineToUse, Callbacks callbacksToUse)
+    : model (modelToUse), engine (engineToUse), callbacks (std::move (callbacksToUse))
+{
+    for (int band = 0; band < bandCount; ++band)
+        for (const auto kind : listenedKinds)
+        {
+            const auto id = ParameterIds::ofBand (band, kind);
+            routes.push_back ({ id, id.toStdString(), kind, band });
+        }
+}
+
+void ParameterRouter::addListeners (juce::AudioProcessorValueTreeState& tree)
+{
+    for (const auto* id : listenedGlobals)
+        tree.addParameterListener (id, this);
+
+    for (const auto& route : routes)
+        tree.addParameterListener (route.id, this);
+}
+
+void ParameterRouter::removeListeners (juce::AudioProcessorValueTreeState& tree)
+{
+    for (const auto& route : routes)
+        tree.removeParameterListener (route.id, this);
+
+    for (const auto* id : listenedGlobals)
+        tree.removeParameterListener (id, this);
+}
+
+const ParameterRouter::Route* ParameterRouter::findRoute (const juce::String& id) const noexcept
+{
+    const auto found = std::find_if (routes.begin(), routes.end(), [&id] (const Route& route) { return route.id == id; });
+    return found != routes.end() ? &*found : nullptr;
+}
+
+void ParameterRouter::parameterChanged (const juce::String& id, float value)
+{
+    if (model.sampleRate == 0.0)
+        return;
+
+    if (id == ParameterIds::gainScale)
+        applyGainScale (value);
+    else if (id == ParameterIds::currentPreset)
+        callbacks.presetChosen (static_cast<int> (value));
+    else if (id == ParameterIds::bypass)
+        model.setMainBypass (value != 0.0f);
+    else if (id == ParameterIds::phase || id == ParameterIds::mode)
+    {
+        callbacks.filterLengthsChanged();
+        engine.markForRebuild();
+    }
+    else if (const auto* route = findRoute (id))
+        bandChanged (*route, value);
+}
+
+void ParameterRouter::bandChanged (const Route& route, float value)
+{
+    if (route.kind == Kind::midSide)
+    {
+        if (model.isStereo)
+            midSideChanged (route, value);
+
+        return;
+    }
+
+    if (route.kind == Kind::gain)
+        updatePathFlags();
+
+    if (route.kind == Kind::solo)
+        soloChanged (route, value);
+
+    engine.dispatch (sameForAllModes (route.name, value));
+
+    // While a band was soloed the other bands' messages drew their solo curves, so their normal curves are old.
+    if (route.kind == Kind::solo && ! model.soloActive)
+        engine.sendCurrentUpdates();
+}
+
+void ParameterRouter::soloChanged (const Route& route, float value) noexcept
+{
+    model.soloActive = value != 0.0f;
+    model.soloBand = value == 1.0f ? route.band : -1;
+}
+
+void ParameterRouter::midSideChanged (const Route& route, float value)
+{
+    updatePathFlags();
+
+    const auto base = gainScaleInProgress ? gainScaleBase (route.band) : model.getBandValue (route.band, Kind::gain);
+    const auto gain = model.gainScalePercent() / 100.0f * base;
+    const auto isStereoBand = value == 0.5f;
+    const auto stereo = isStereoBand ? gain : 0.0f;
+    const auto midSide = isStereoBand ? 0.0f : gain;
+
+    // Three modes, none for the display: its curve does not depend on the mid/side value.
+    engine.dispatch ({ &gainNames[static_cast<std::size_t> (route.band)], { stereo, midSide, midSide, 0.0f }, 3, true });
+}
+
+void ParameterRouter::updatePathFlags() noexcept
+{
+    auto stereo = false;
+    auto midSide = false;
+
+    for (int band = 0; band < bandCount; ++band)
+        if (isActive (model, band))
+            (model.getBandValue (band, Kind::midSide) == 0.5f ? stereo : midSide) = true;
+
+    model.stereoPathActive = stereo || ! midSide;
+    model.midSidePathActive = midSide;
+}
+
+float ParameterRouter::gainScaleBase (int band) const noexcept
+{
+    return model.stateInformationSet() ? model.storedBandGains[static_cast<std::size_t> (band)].load (std::memory_order_relaxed)
+                                       : model.getBandValue (band, Kind::gain);
+}
+
+void ParameterRouter::applyGainScale (float scalePercent)
+{
+    model.channels.waitForRunningNotification();
+    gainScaleInProgress = true;
+
+    auto canUseMaster = true;
+    std::array<BandUpdate, bandCount> updates;
+    std::size_t count = 0;
+
+    for (int band = 0; band < bandCount; ++band)
+    {
+        if (! isActive (model, band))
+            continue;
+
+        const auto gain = gainScaleBase (band) * scalePercent / 100.0f;
+
+        // Tested before the clamps: a band that Master would cut short refuses Master.
+        if (std::abs (gain) > Settings::masterGainLimitDb)
+            canUseMaster = false;
+
+        updates[count++] = sameForAllModes (
+            gainNames[static_cast<std::size_t> (band)], withinFilterLimits (gain, model.filterMode()), true);
+    }
+
+    engine.dispatch (std::span (updates.data(), count));
+    gainScaleInProgress = false;
+    model.setCanUseMasterMode (canUseMaster);
+}
+
+void ParameterRouter::applyMainBypass()
+{
+    std::array<BandUpdate, bandCount> updates;
+    std::size_t count = 0;
+
+    for (int band = 0; band < bandCount; ++band)
+        if (isActive (model, band))
+            updates[count++] = sameForAllModes (bypassNames[static_cast<std::size_t> (band)], model.mainBypass() ? 1.0f : 0.0f);
+
+    if (count > 0)
+        engine.dispatch (std::span (updates.data(), count));
+}
+
+void ParameterRouter::readCurrentParameters()
+{
+    callbacks.presetChosen (static_cast<int> (model.presetNumber()));
+
+    if (model.mainBypass() != model.bypassParameterOn())
+        model.setMainBypass (model.bypassParameterOn());
+
+    auto soloed = -1;
+
+    for (int band = bandCount; --band >= 0;)
+        if (model.getBandValue (band, Kind::solo) == 1.0f)
+            soloed = band;
+
+    model.soloActive = soloed >= 0;
+    model.soloBand = soloed;
+    updatePathFlags();
+}
+
+void ParameterRouter::readCurrentUpdates (BandEngine::CurrentUpdates& updates) const noexcept
+{
+    const auto scalePercent = model.gainScalePercent();
+    const auto scaled = scalePercent != 100.0f;
+
+    for (int band = 0; band < bandCount; ++band)
+    {
+        const auto index = static_cast<std::size_t> (band);
+
+        if (model.mainBypass() && isActive (model, band))
+            updates[index] = sameForAllModes (bypassNames[index], 1.0f);
+        else if (scaled)
+            updates[index] = sameForAllModes (
+                gainNames[index], withinFilterLimits (gainScaleBase (band) * scalePercent / 100.0f, model.filterMode()), true);
+        else
+            updates[index] = sameForAllModes (gainNames[index], model.getBandValue (band, Kind::gain));
+    }
+}

@@ -1,0 +1,73 @@
+#pragma once
+
+#include "core/BandEngine.h"
+#include "core/PluginModel.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+/** Turns a parameter's change into what it means: path flags, solo, preset, main bypass, latency, and updates for the
+    BlockProcessors.
+
+    Changes come on whichever thread makes them: message thread, a host's automation thread, or the audio thread. Nothing
+    here allocates or blocks beyond a queue's mutex and the notify lock. */
+class ParameterRouter final : public juce::AudioProcessorValueTreeState::Listener
+{
+public:
+    /** What the router cannot decide itself. */
+    struct Callbacks
+    {
+        /** `paramMode` or `paramPhase` changed: the latency has to be worked out again. */
+        std::function<void()> filterLengthsChanged;
+
+        /** `paramCurrentZVQPreset` changed; the value truncated. */
+        std::function<void (int presetId)> presetChosen;
+    };
+
+    ParameterRouter (PluginModel& model, BandEngine& engine, Callbacks callbacks);
+
+    /** Listens to every parameter that has an effect here, all but `paramOutputGainDb` and the bands' active switches. */
+    void addListeners (juce::AudioProcessorValueTreeState& tree);
+
+    /** Stops listening: per band frequency, gain, Q, solo, bypass, high shelf, mid/side; then the global parameters. */
+    void removeListeners (juce::AudioProcessorValueTreeState& tree);
+
+    /** Before the first prepare nothing is applied. */
+    void parameterChanged (const juce::String& id, float value) override;
+
+    /** Which paths run, from the active bands' mid/side values. */
+    void updatePathFlags() noexcept;
+
+    /** Takes over what was set while nothing listened: preset, main bypass, solo, path flags. */
+    void readCurrentParameters();
+
+    /** Sends the main bypass to the filters of all active bands. */
+    void applyMainBypass();
+
+    /** The ten updates that bring any mode to the current settings: each band's gain, with the gain scale where that is
+        not 100, or its bypass while the main bypass is on. Any thread; real-time safe. */
+    void readCurrentUpdates (BandEngine::CurrentUpdates& updates) const noexcept;
+
+private:
+    struct Route
+    {
+        juce::String id;
+        std::string name;
+        Settings::Parameter kind;
+        int band;
+    };
+
+    [[nodiscard]] const Route* findRoute (const juce::String& id) const noexcept;
+    void bandChanged (const Route& route, float value);
+    void midSideChanged (const Route& route, float value);
+    void soloChanged (const Route& route, float value) noexcept;
+    void applyGainScale (float scalePercent);
+    [[nodiscard]] float gainScaleBase (int band) const noexcept;
+
+    PluginModel& model;
+    BandEngine& engine;
+    const Callbacks callbacks;
+    std::vector<Route> routes;
+    std::atomic<bool> gainScaleInProgress { false };
+};

@@ -1,0 +1,150 @@
+#include "core/PluginProcessor.h"
+
+namespace
+{
+constexpr int timerIntervalMilliseconds = 50;
+
+/** Below every working rate, so that the callback leaves the audio alone. */
+constexpr double rateForUnknownRate = 1000.0;
+} // namespace
+
+VelmoraAudioProcessor::VelmoraAudioProcessor (const HostDescription& description, EditorFactory editorFactoryToUse)
+    // Without this the framework makes both buses disabled, and a host that asks before it sets a layout sees none.
+    : AudioProcessor (BusesProperties()
+                          .withInput ("Input", juce::AudioChannelSet::stereo(), true)
+                          .withOutput ("Output", juce::AudioChannelSet::stereo(), true)),
+      host (description),
+      hostDescription (description),
+      editorFactory (std::move (editorFactoryToUse)),
+      engine (
+          model,
+          [this] { return isOfflineRender(); },
+          [this] (BandEngine::CurrentUpdates& updates) { router.readCurrentUpdates (updates); }),
+      router (model, engine, { [this] { updateLatency (false); }, [] (int) {} }),
+      audioCallback (model, engine, host, hostDescription, [this] { return isOfflineRender(); })
+{
+    parameters = std::make_unique<juce::AudioProcessorValueTreeState> (*this, nullptr);
+    ParameterTable::addAll (*parameters);
+    model.attachParameters (*parameters);
+    router.addListeners (*parameters);
+    mainBypassToken = model.channels.add ([this] { router.applyMainBypass(); }, Channels::mainBypass);
+    parameters->state = juce::ValueTree ("ZVQ_Processor");
+    session = std::make_unique<SessionState> (model, *parameters);
+
+    engine.startWorkers();
+    model.setMainBypass (false);
+    startTimer (timerIntervalMilliseconds);
+}
+
+VelmoraAudioProcessor::~VelmoraAudioProcessor()
+{
+    stopTimer();
+    engine.requestStop();
+    engine.joinWorkers();
+    router.removeListeners (*parameters);
+    model.channels.remove (mainBypassToken);
+}
+
+void VelmoraAudioProcessor::prepareToPlay (double sampleRate, int maxBlock)
+{
+    const auto channels = getTotalNumInputChannels();
+    model.numChannels = channels;
+    model.isStereo = channels == 2;
+    model.maxBlockSize = maxBlock;
+
+    if (host.hostIsWavelab && sampleRate == 0.0)
+        sampleRate = rateForUnknownRate;
+
+    const auto rateChanged = sampleRate != model.sampleRate;
+
+    if (const auto factor = decimationFactorFor (sampleRate))
+        model.decimationFactor = *factor;
+
+    if (rateChanged)
+        adoptSampleRate (sampleRate);
+
+    // The short minimum-phase filters end at 96 kHz, so linear phase is forced above.
+    if (sampleRate == 176400.0 || sampleRate == 192000.0)
+        model.setParameterValue (ParameterIds::phase, 1.0f);
+
+    updateLatency (true);
+    audioCallback.prepare();
+
+    // Whatever was set while no rate was known, and every curve drawn for another rate, reaches the filters now.
+    if (rateChanged)
+    {
+        router.readCurrentParameters();
+        engine.sendCurrentUpdates();
+    }
+}
+
+void VelmoraAudioProcessor::adoptSampleRate (double sampleRate)
+{
+    model.sampleRate = sampleRate;
+    engine.prepare (sampleRate);
+    audioCallback.prepareRate (sampleRate);
+}
+
+void VelmoraAudioProcessor::processBlock (juce::AudioBuffer<float>& buffer, juce::MidiBuffer&)
+{
+    audioThread.store (std::this_thread::get_id(), std::memory_order_relaxed);
+    audioCallback.process (buffer, getTotalNumInputChannels(), getTotalNumOutputChannels(), getPlayHead());
+}
+
+void VelmoraAudioProcessor::processBlockBypassed (juce::AudioBuffer<float>& buffer, juce::MidiBuffer&)
+{
+    audioThread.store (std::this_thread::get_id(), std::memory_order_relaxed);
+    audioCallback.processBypassed (buffer);
+}
+
+juce::AudioProcessorParameter* VelmoraAudioProcessor::getBypassParameter() const
+{
+    return host.hostIsProTools ? nullptr : parameters->getParameter (ParameterIds::bypass);
+}
+
+juce::AudioProcessorEditor* VelmoraAudioProcessor::createEditor()
+{
+    return hasEditor() ? editorFactory (*this) : nullptr;
+}
+
+void VelmoraAudioProcessor::updateLatency (bool force)
+{
+    if (const auto latency = baseLatencyFor (model.sampleRate, model.filterMode(), model.filterPhase()))
+        model.baseLatency = *latency;
+
+    if (force || ! host.hostIsCubase)
+        reportLatency (model.baseLatency + (model.fifosEngaged ? model.decimationFactor.load() : 0));
+
+    audioCallback.updateLatency();
+}
+
+void VelmoraAudioProcessor::reportLatency (int samples)
+{
+    // Telling the host posts a message, which allocates. On the audio thread it waits for the timer.
+    if (mayTellHost())
+        setLatencySamples (samples);
+    else
+        pendingLatency = samples;
+}
+
+bool VelmoraAudioProcessor::mayTellHost() const noexcept
+{
+    return std::this_thread::get_id() != audioThread.load (std::memory_order_relaxed)
+        || juce::MessageManager::existsAndIsCurrentThread();
+}
+
+bool VelmoraAudioProcessor::isOfflineRender() const noexcept
+{
+    if (host.reportsOfflineRendering)
+        return isNonRealtime();
+
+    return model.threadPriority < model.maxThreadPriority;
+}
+
+void VelmoraAudioProcessor::timerCallback()
+{
+    if (const auto latency = pendingLatency.exchange (-1); latency >= 0)
+        setLatencySamples (latency);
+
+    engine.maintainQueues();
+}

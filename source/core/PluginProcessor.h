@@ -1,0 +1,94 @@
+#pragma once
+
+#include "core/AudioCallback.h"
+#include "core/BandEngine.h"
+#include "core/HostTraits.h"
+#include "core/ParameterRouter.h"
+#include "core/PluginModel.h"
+#include "core/SessionState.h"
+
+#include <juce_audio_processors/juce_audio_processors.h>
+
+#include <memory>
+
+/** The plug-in as the framework sees it. Owns everything that outlives the editor, and delegates. */
+class VelmoraAudioProcessor final : public juce::AudioProcessor, private juce::Timer
+{
+public:
+    /** Makes an editor for a processor. The interface's layer supplies it, so that the processor knows no component. */
+    using EditorFactory = std::function<juce::AudioProcessorEditor*(VelmoraAudioProcessor&)>;
+
+    /** @param host what to take the host for; a test puts its own in place
+        @param editorFactory makes the editor; a program without a window gives none */
+    explicit VelmoraAudioProcessor (const HostDescription& host = HostDescription::ofThisProcess(),
+                                    EditorFactory editorFactory = {});
+    ~VelmoraAudioProcessor() override;
+
+    //==================================================================================================================
+    const juce::String getName() const override { return "SOLVANE"; }
+    void prepareToPlay (double sampleRate, int maxBlock) override;
+
+    /** Does nothing: buffers stay until the next prepare. */
+    void releaseResources() override {}
+
+    void processBlock (juce::AudioBuffer<float>& buffer, juce::MidiBuffer& midi) override;
+    void processBlockBypassed (juce::AudioBuffer<float>& buffer, juce::MidiBuffer& midi) override;
+    using juce::AudioProcessor::processBlock;
+    using juce::AudioProcessor::processBlockBypassed;
+
+    double getTailLengthSeconds() const override { return 0.0; }
+    bool acceptsMidi() const override { return false; }
+    bool producesMidi() const override { return false; }
+    bool supportsMPE() const override { return false; }
+    bool isMidiEffect() const override { return false; }
+
+    /** The bypass parameter; null in Pro Tools, which then calls processBlockBypassed. */
+    juce::AudioProcessorParameter* getBypassParameter() const override;
+
+    juce::AudioProcessorEditor* createEditor() override;
+    bool hasEditor() const override { return editorFactory != nullptr; }
+
+    int getNumPrograms() override { return 1; }
+    int getCurrentProgram() override { return 0; }
+    void setCurrentProgram (int) override {}
+    const juce::String getProgramName (int) override { return {}; }
+    void changeProgramName (int, const juce::String&) override {}
+
+    void getStateInformation (juce::MemoryBlock& destination) override { session->write (destination); }
+    void setStateInformation (const void* data, int size) override { session->read (data, size); }
+
+    //==================================================================================================================
+    [[nodiscard]] juce::AudioProcessorValueTreeState& getAPVTS() noexcept { return *parameters; }
+
+    /** Works out the latency, tells the host, and sizes the delay lines. Any thread.
+        @param force tells a host even where a change of latency is kept for the next prepare (Cubase) */
+    void updateLatency (bool force);
+
+    /** Whether the current block is rendered offline: as the host says, or, where that is not to be trusted, when the
+        audio thread's priority lies below the highest seen. Any thread; real-time safe. */
+    [[nodiscard]] bool isOfflineRender() const noexcept;
+
+    [[nodiscard]] BandEngine& bandEngine() noexcept { return engine; }
+
+    PluginModel model;
+
+private:
+    void timerCallback() override;
+    void adoptSampleRate (double sampleRate);
+    void reportLatency (int samples);
+    [[nodiscard]] bool mayTellHost() const noexcept;
+
+    const HostTraits host;
+    const HostDescription hostDescription;
+    const EditorFactory editorFactory;
+    BandEngine engine;
+    ParameterRouter router;
+    AudioCallback audioCallback;
+    std::unique_ptr<juce::AudioProcessorValueTreeState> parameters;
+    std::unique_ptr<SessionState> session;
+    std::atomic<std::thread::id> audioThread {};
+    std::atomic<int> pendingLatency { -1 };
+    int mainBypassToken = 0;
+
+    JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR (VelmoraAudioProcessor)
+};

@@ -1,0 +1,6 @@
+#include "gui/editor/EditorFactory.h"
+
+juce::AudioProcessorEditor* makeEditor (VelmoraAudioProcessor& processor)
+{
+    return new juce::GenericAudioProcessorEditor (processor);
+}

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "core/PluginProcessor.h"
+
+#include <vector>
+
+/** A host for one processor: sets it up, feeds it, waits for its workers. */
+class PluginRig
+{
+public:
+    using Signal = std::vector<std::vector<float>>;
+
+    explicit PluginRig (const HostDescription& host = plainHost());
+
+    /** A host that we know nothing about, with the priority of a normal thread. */
+    [[nodiscard]] static HostDescription plainHost();
+
+    void prepare (double sampleRate, int blockSize, int channelCount = 2);
+
+    /** Renders offline: updates act at once, on the calling thread. Before prepare(). */
+    void renderOffline() { processor.setNonRealtime (true); }
+
+    void set (const juce::String& id, float plainValue) { processor.model.setParameterValue (id, plainValue); }
+    void set (int band, Settings::Parameter kind, float plainValue);
+
+    /** Activates a band with these values, gain last. */
+    void setBand (int band, float frequencyHz, float gainDb, float q = 1.0f);
+
+    /** Waits until no worker has anything to do, then runs blocks until every tap set has been handed over. */
+    void settle();
+
+    /** Sends a signal through in blocks of this size, or of the sizes that `nextSize` gives. */
+    [[nodiscard]] Signal run (const Signal& input, int blockSize);
+    [[nodiscard]] Signal run (const Signal& input, const std::function<int()>& nextSize);
+
+    /** `count` samples of silence, block by block. */
+    void runSilence (int count, int blockSize);
+
+    [[nodiscard]] int reportedLatency() const { return processor.getLatencySamples(); }
+
+    VelmoraAudioProcessor processor;
+
+private:
+    int channels = 2;
+    int block = 512;
+};
+
+namespace signals
+{
+/** Uniform noise between -amplitude and amplitude; the same for the same seed. */
+[[nodiscard]] PluginRig::Signal noise (int channelCount, int length, unsigned seed, float amplitude = 0.5f);
+
+/** A single 1 on sample 0 of one channel. */
+[[nodiscard]] PluginRig::Signal impulse (int channelCount, int length, int channel);
+
+/** The magnitude in dB of a sequence's spectrum at one frequency. */
+[[nodiscard]] double magnitudeDb (const std::vector<double>& sequence, double frequencyHz, double sampleRate);
+} // namespace signals
