@@ -113,7 +113,8 @@ void AudioCallback::process (juce::AudioBuffer<float>& buffer,
 
 void AudioCallback::processBypassed (juce::AudioBuffer<float>& buffer) noexcept
 {
-    bypassDelay.process (buffer.getArrayOfWritePointers(), std::min (buffer.getNumChannels(), 2), buffer.getNumSamples());
+    bypassDelay.process (
+        buffer.getArrayOfWritePointers(), std::min (buffer.getNumChannels(), 2), buffer.getNumSamples());
 }
 
 void AudioCallback::recordThreadPriority() noexcept
@@ -135,8 +136,8 @@ bool AudioCallback::canProcess (int inputCount, int outputCount) const noexcept
     const auto blockSize = model.maxBlockSize.load();
 
     return model.sampleRate >= lowestWorkingRate && blockSize > 0 && blockSize <= longestWorkingBlock
-        && ! host.hostIsAuval && (inputCount == 1 || inputCount == 2) && inputCount == outputCount
-        && inputCount == model.numChannels;
+           && ! host.hostIsAuval && (inputCount == 1 || inputCount == 2) && inputCount == outputCount
+           && inputCount == model.numChannels;
 }
 
 void AudioCallback::processPiece (float* const* channels, int channelCount, int sampleCount) noexcept

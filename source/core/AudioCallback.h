@@ -39,7 +39,8 @@ public:
     [[nodiscard]] int bypassLatency() const noexcept { return bypassDelay.length(); }
 
     /** One block, in place. Audio thread; real-time safe. */
-    void process (juce::AudioBuffer<float>& buffer, int inputCount, int outputCount, juce::AudioPlayHead* playHead) noexcept;
+    void
+    process (juce::AudioBuffer<float>& buffer, int inputCount, int outputCount, juce::AudioPlayHead* playHead) noexcept;
 
     /** One bypassed block, in place: the input, delayed by the reported latency. Audio thread; real-time safe. */
     void processBypassed (juce::AudioBuffer<float>& buffer) noexcept;

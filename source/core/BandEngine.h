@@ -51,16 +51,16 @@ public:
     /** Sends the current settings of all ten bands to all four modes. */
     void sendCurrentUpdates();
 
-    /** Spreads updates over the workers, in the order of the modes for each update. Any thread; real-time safe while the
-        host plays live, and without allocation when it renders offline. */
+    /** Spreads updates over the workers, in the order of the modes for each update. Any thread; real-time safe while
+       the host plays live, and without allocation when it renders offline. */
     void dispatch (std::span<const BandUpdate> updates);
     void dispatch (const BandUpdate& update) { dispatch (std::span (&update, 1)); }
 
     /** After a change of filter mode or phase: every BlockProcessor takes new lengths at its next service. */
     void markForRebuild() noexcept;
 
-    /** Serves one BlockProcessor, in turn: rebuilds it, or hands over new taps, unless its worker is at it. Audio thread;
-        real-time safe.
+    /** Serves one BlockProcessor, in turn: rebuilds it, or hands over new taps, unless its worker is at it. Audio
+       thread; real-time safe.
         @param realtime false while the host renders offline: a rebuild then designs at once */
     void serviceNext (bool realtime) noexcept;
 

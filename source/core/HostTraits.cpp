@@ -43,7 +43,8 @@ bool believesOwnReport (const HostDescription& description)
 {
     const auto host = hostTypeOf (description);
 
-    if (host.isLogic() || host.isProTools() || host.isReaper() || host.isReason() || host.isCubase() || host.isStudioOne())
+    if (host.isLogic() || host.isProTools() || host.isReaper() || host.isReason() || host.isCubase()
+        || host.isStudioOne())
         return true;
 
     return ! (host.isFruityLoops() || host.isWavelab() || description.applicationPath.containsIgnoreCase ("ozone"));

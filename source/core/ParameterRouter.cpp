@@ -10,9 +10,11 @@ namespace
 constexpr std::array listenedKinds { Kind::frequency, Kind::gain,      Kind::q,      Kind::solo,
                                      Kind::bypass,    Kind::highShelf, Kind::midSide };
 
-constexpr std::array listenedGlobals {
-    ParameterIds::bypass, ParameterIds::currentPreset, ParameterIds::phase, ParameterIds::mode, ParameterIds::gainScale
-};
+constexpr std::array listenedGlobals { ParameterIds::bypass,
+                                       ParameterIds::currentPreset,
+                                       ParameterIds::phase,
+                                       ParameterIds::mode,
+                                       ParameterIds::gainScale };
 
 std::array<std::string, bandCount> namesOf (Kind kind)
 {
@@ -78,7 +80,8 @@ void ParameterRouter::removeListeners (juce::AudioProcessorValueTreeState& tree)
 
 const ParameterRouter::Route* ParameterRouter::findRoute (const juce::String& id) const noexcept
 {
-    const auto found = std::find_if (routes.begin(), routes.end(), [&id] (const Route& route) { return route.id == id; });
+    const auto found =
+        std::find_if (routes.begin(), routes.end(), [&id] (const Route& route) { return route.id == id; });
     return found != routes.end() ? &*found : nullptr;
 }
 
@@ -142,7 +145,8 @@ void ParameterRouter::midSideChanged (const Route& route, float value)
     const auto midSide = isStereoBand ? 0.0f : gain;
 
     // Three modes, none for the display: its curve does not depend on the mid/side value.
-    engine.dispatch ({ &gainNames[static_cast<std::size_t> (route.band)], { stereo, midSide, midSide, 0.0f }, 3, true });
+    engine.dispatch (
+        { &gainNames[static_cast<std::size_t> (route.band)], { stereo, midSide, midSide, 0.0f }, 3, true });
 }
 
 void ParameterRouter::updatePathFlags() noexcept
@@ -160,8 +164,9 @@ void ParameterRouter::updatePathFlags() noexcept
 
 float ParameterRouter::gainScaleBase (int band) const noexcept
 {
-    return model.stateInformationSet() ? model.storedBandGains[static_cast<std::size_t> (band)].load (std::memory_order_relaxed)
-                                       : model.getBandValue (band, Kind::gain);
+    return model.stateInformationSet()
+               ? model.storedBandGains[static_cast<std::size_t> (band)].load (std::memory_order_relaxed)
+               : model.getBandValue (band, Kind::gain);
 }
 
 void ParameterRouter::applyGainScale (float scalePercent)
@@ -200,7 +205,8 @@ void ParameterRouter::applyMainBypass()
 
     for (int band = 0; band < bandCount; ++band)
         if (isActive (model, band))
-            updates[count++] = sameForAllModes (bypassNames[static_cast<std::size_t> (band)], model.mainBypass() ? 1.0f : 0.0f);
+            updates[count++] =
+                sameForAllModes (bypassNames[static_cast<std::size_t> (band)], model.mainBypass() ? 1.0f : 0.0f);
 
     if (count > 0)
         engine.dispatch (std::span (updates.data(), count));
@@ -236,8 +242,10 @@ void ParameterRouter::readCurrentUpdates (BandEngine::CurrentUpdates& updates) c
         if (model.mainBypass() && isActive (model, band))
             updates[index] = sameForAllModes (bypassNames[index], 1.0f);
         else if (scaled)
-            updates[index] = sameForAllModes (
-                gainNames[index], withinFilterLimits (gainScaleBase (band) * scalePercent / 100.0f, model.filterMode()), true);
+            updates[index] =
+                sameForAllModes (gainNames[index],
+                                 withinFilterLimits (gainScaleBase (band) * scalePercent / 100.0f, model.filterMode()),
+                                 true);
         else
             updates[index] = sameForAllModes (gainNames[index], model.getBandValue (band, Kind::gain));
     }

@@ -10,8 +10,8 @@
 /** Turns a parameter's change into what it means: path flags, solo, preset, main bypass, latency, and updates for the
     BlockProcessors.
 
-    Changes come on whichever thread makes them: message thread, a host's automation thread, or the audio thread. Nothing
-    here allocates or blocks beyond a queue's mutex and the notify lock. */
+    Changes come on whichever thread makes them: message thread, a host's automation thread, or the audio thread.
+   Nothing here allocates or blocks beyond a queue's mutex and the notify lock. */
 class ParameterRouter final : public juce::AudioProcessorValueTreeState::Listener
 {
 public:
@@ -27,7 +27,8 @@ public:
 
     ParameterRouter (PluginModel& model, BandEngine& engine, Callbacks callbacks);
 
-    /** Listens to every parameter that has an effect here, all but `paramOutputGainDb` and the bands' active switches. */
+    /** Listens to every parameter that has an effect here, all but `paramOutputGainDb` and the bands' active switches.
+     */
     void addListeners (juce::AudioProcessorValueTreeState& tree);
 
     /** Stops listening: per band frequency, gain, Q, solo, bypass, high shelf, mid/side; then the global parameters. */

@@ -21,7 +21,17 @@ using Kind = Settings::Parameter;
 // never shown, since their text comes from the hertz form, and hosts know the parameters with it.
 constexpr std::array bandRows {
     BandRow { Kind::active, "band_active_", " Active", "", 0, 1, 1, 1, 0, false, ParameterText::onOff },
-    BandRow { Kind::frequency, "band_frequency_", " Frequency", "dB", 320, 20000, 10, 0.3f, 320, true, ParameterText::hertz },
+    BandRow { Kind::frequency,
+              "band_frequency_",
+              " Frequency",
+              "dB",
+              320,
+              20000,
+              10,
+              0.3f,
+              320,
+              true,
+              ParameterText::hertz },
     BandRow { Kind::gain, "band_gain_", " Gain", "dB", -12, 12, 0.1f, 1, 0, true, ParameterText::decibel },
     BandRow { Kind::q, "band_Q_", " Q", "", 0.5f, 5, 0.1f, 1, 1, true, ParameterText::q },
     BandRow { Kind::solo, "band_solo_", " Solo", "", 0, 1, 1, 1, 0, false, ParameterText::onOff },
@@ -35,15 +45,26 @@ std::vector<ParameterRow> makeRows()
     std::vector<ParameterRow> rows;
     rows.reserve (86);
 
-    const auto addSwitch = [&rows] (const char* id, const char* name, float defaultValue)
-    { rows.push_back ({ id, name, {}, 0, 1, 1, 1, defaultValue, true, true, true, ParameterText::framework }); };
+    const auto addSwitch = [&rows] (const char* id, const char* name, float defaultValue) {
+        rows.push_back ({ id, name, {}, 0, 1, 1, 1, defaultValue, true, true, true, ParameterText::framework });
+    };
 
     addSwitch (ParameterIds::bypass, "ZVQ Bypass", 0);
     addSwitch (ParameterIds::phase, "Linear/Minimum Phase", 1);
     addSwitch (ParameterIds::mode, "Mix/Master Mode", 0);
     rows.push_back ({ ParameterIds::currentPreset, "Current Preset", {}, 0, 131, 1, 1, 131, false, false, false });
-    rows.push_back (
-        { ParameterIds::outputGain, "Output Gain", "dB", -12, 12, 0.01f, 1, 0, true, false, false, ParameterText::decibel });
+    rows.push_back ({ ParameterIds::outputGain,
+                      "Output Gain",
+                      "dB",
+                      -12,
+                      12,
+                      0.01f,
+                      1,
+                      0,
+                      true,
+                      false,
+                      false,
+                      ParameterText::decibel });
 
     for (int band = 0; band < bandCount; ++band)
         for (const auto& row : bandRows)
@@ -107,13 +128,20 @@ juce::String ParameterTable::textOf (ParameterText form, float value)
 {
     switch (form)
     {
-        case ParameterText::decibel: return juce::String (value, 1) + "dB";
-        case ParameterText::hertz: return juce::String (value, 1) + "Hz";
-        case ParameterText::q: return juce::String (value, 1) + "Q";
-        case ParameterText::percent: return juce::String (value, 1) + "%";
-        case ParameterText::onOff: return value == 1.0f ? "On" : "Off";
-        case ParameterText::midSide: return midSideText (value);
-        case ParameterText::framework: break;
+        case ParameterText::decibel:
+            return juce::String (value, 1) + "dB";
+        case ParameterText::hertz:
+            return juce::String (value, 1) + "Hz";
+        case ParameterText::q:
+            return juce::String (value, 1) + "Q";
+        case ParameterText::percent:
+            return juce::String (value, 1) + "%";
+        case ParameterText::onOff:
+            return value == 1.0f ? "On" : "Off";
+        case ParameterText::midSide:
+            return midSideText (value);
+        case ParameterText::framework:
+            break;
     }
 
     return {};
@@ -135,14 +163,14 @@ void ParameterTable::addAll (juce::AudioProcessorValueTreeState& tree)
 
         // An empty function would be called, and throw, as soon as a host asks for the text.
         if (row.text != ParameterText::framework)
-            attributes = attributes.withStringFromValueFunction (
-                [form = row.text] (float value, int) { return ParameterTable::textOf (form, value); });
+            attributes = attributes.withStringFromValueFunction ([form = row.text] (float value, int)
+                                                                 { return ParameterTable::textOf (form, value); });
 
-        tree.createAndAddParameter (std::make_unique<Parameter> (
-            juce::ParameterID { row.id, 1 },
-            row.name,
-            juce::NormalisableRange<float> (row.minimum, row.maximum, row.step, row.skew),
-            row.defaultValue,
-            attributes));
+        tree.createAndAddParameter (
+            std::make_unique<Parameter> (juce::ParameterID { row.id, 1 },
+                                         row.name,
+                                         juce::NormalisableRange<float> (row.minimum, row.maximum, row.step, row.skew),
+                                         row.defaultValue,
+                                         attributes));
     }
 }

@@ -77,7 +77,8 @@ void PluginModel::setParameterValue (const juce::String& id, float plainValue)
 
 void PluginModel::setBandValueFromControl (int band, float controlValue, int kind)
 {
-    const auto write = [&] (Kind target, float value) { setParameterValue (ParameterIds::ofBand (band, target), value); };
+    const auto write = [&] (Kind target, float value)
+    { setParameterValue (ParameterIds::ofBand (band, target), value); };
 
     switch (kind)
     {
@@ -87,18 +88,28 @@ void PluginModel::setBandValueFromControl (int band, float controlValue, int kin
             write (Kind::gain, (scale + scale) * (1.0f - controlValue) - scale);
             break;
         }
-        case 2: write (Kind::q, controlValue * (Settings::highestQ - Settings::lowestQ) + Settings::lowestQ); break;
-        case 7: write (Kind::midSide, controlValue); break;
-        case 8: write (Kind::q, controlValue); break;
-        case 9: write (Kind::gain, controlValue); break;
-        default: write (static_cast<Kind> (kind), controlValue); break;
+        case 2:
+            write (Kind::q, controlValue * (Settings::highestQ - Settings::lowestQ) + Settings::lowestQ);
+            break;
+        case 7:
+            write (Kind::midSide, controlValue);
+            break;
+        case 8:
+            write (Kind::q, controlValue);
+            break;
+        case 9:
+            write (Kind::gain, controlValue);
+            break;
+        default:
+            write (static_cast<Kind> (kind), controlValue);
+            break;
     }
 }
 
 float PluginModel::normaliseQ (float q) noexcept
 {
     return (std::clamp (q, Settings::lowestQ, Settings::highestQ) - Settings::lowestQ)
-         / (Settings::highestQ - Settings::lowestQ);
+           / (Settings::highestQ - Settings::lowestQ);
 }
 
 void PluginModel::readDesignSettings (DesignSettings& settings) const noexcept

@@ -130,7 +130,7 @@ void VelmoraAudioProcessor::reportLatency (int samples)
 bool VelmoraAudioProcessor::mayTellHost() const noexcept
 {
     return std::this_thread::get_id() != audioThread.load (std::memory_order_relaxed)
-        || juce::MessageManager::existsAndIsCurrentThread();
+           || juce::MessageManager::existsAndIsCurrentThread();
 }
 
 bool VelmoraAudioProcessor::isOfflineRender() const noexcept
