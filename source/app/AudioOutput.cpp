@@ -31,9 +31,12 @@ std::unique_ptr<juce::AudioFormat> codecFor (Container container)
 {
     switch (container)
     {
-        case Container::aiff: return std::make_unique<juce::AiffAudioFormat>();
-        case Container::flac: return std::make_unique<juce::FlacAudioFormat>();
-        case Container::wav: break;
+        case Container::aiff:
+            return std::make_unique<juce::AiffAudioFormat>();
+        case Container::flac:
+            return std::make_unique<juce::FlacAudioFormat>();
+        case Container::wav:
+            break;
     }
 
     return std::make_unique<juce::WavAudioFormat>();
@@ -85,7 +88,8 @@ std::string OutputFormat::description() const
 class AudioOutput::CheckedStream final : public juce::OutputStream
 {
 public:
-    CheckedStream (const juce::File& file, std::shared_ptr<bool> failedFlag) : stream (file), failed (std::move (failedFlag))
+    CheckedStream (const juce::File& file, std::shared_ptr<bool> failedFlag)
+        : stream (file), failed (std::move (failedFlag))
     {
         if (stream.failedToOpen())
             *failed = true;
@@ -121,11 +125,13 @@ AudioOutput::AudioOutput (const juce::File& targetToUse, OutputFormat formatToUs
     : target (targetToUse), format (formatToUse)
 {
     if (target.isDirectory())
-        throw CommandError (ExitCode::unwritableOutput, "'" + target.getFullPathName().toStdString() + "' is a folder.");
+        throw CommandError (ExitCode::unwritableOutput,
+                            "'" + target.getFullPathName().toStdString() + "' is a folder.");
 
     if (! target.getParentDirectory().isDirectory())
         throw CommandError (ExitCode::unwritableOutput,
-                            "There is no folder '" + target.getParentDirectory().getFullPathName().toStdString() + "'.");
+                            "There is no folder '" + target.getParentDirectory().getFullPathName().toStdString()
+                                + "'.");
 
     partial = target.getSiblingFile ("." + target.getFileName() + ".part").getNonexistentSibling();
     auto stream = std::make_unique<CheckedStream> (partial, streamFailed);
@@ -133,8 +139,9 @@ AudioOutput::AudioOutput (const juce::File& targetToUse, OutputFormat formatToUs
     if (*streamFailed)
         fail ("could not be made: the folder may not be written to, or the disk is full.");
 
-    writer.reset (codecFor (format.container)
-                      ->createWriterFor (stream.get(), sampleRate, static_cast<unsigned> (channelCount), format.bits, {}, 0));
+    writer.reset (
+        codecFor (format.container)
+            ->createWriterFor (stream.get(), sampleRate, static_cast<unsigned> (channelCount), format.bits, {}, 0));
 
     if (writer == nullptr)
         fail ("cannot be " + format.description() + " at " + std::to_string (static_cast<int> (sampleRate)) + " Hz.");

@@ -31,8 +31,8 @@ struct OutputFormat
 
 /** A sound file under construction.
 
-    Samples go to a file beside the target, which takes the target's place in commit(). Without that, whether the program
-    stops, fails or the disk is full, nothing is left behind and an older file stays as it was. */
+    Samples go to a file beside the target, which takes the target's place in commit(). Without that, whether the
+   program stops, fails or the disk is full, nothing is left behind and an older file stays as it was. */
 class AudioOutput
 {
 public:

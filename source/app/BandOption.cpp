@@ -42,8 +42,11 @@ float readNumber (const std::string& text, const std::string& part, const char* 
     return value;
 }
 
-float readWithin (
-    const std::string& text, const std::string& part, const char* what, Settings::Parameter kind, const char* unit)
+float readWithin (const std::string& text,
+                  const std::string& part,
+                  const char* what,
+                  Settings::Parameter kind,
+                  const char* unit)
 {
     const auto value = readNumber (text, part, what);
 

@@ -9,7 +9,9 @@
 class CommandError : public std::runtime_error
 {
 public:
-    CommandError (ExitCode codeToUse, const std::string& sentence) : std::runtime_error (sentence), exitCode (codeToUse) {}
+    CommandError (ExitCode codeToUse, const std::string& sentence) : std::runtime_error (sentence), exitCode (codeToUse)
+    {
+    }
 
     [[nodiscard]] ExitCode code() const noexcept { return exitCode; }
 

@@ -16,12 +16,17 @@ constexpr auto exitCodes = "Exit status: 0 done, 1 failed, 2 bad arguments, 3 in
                            "4 sample rate or channels not served, 5 output not writable, 130 interrupted.";
 
 /** Adds `solvane render` with its options. */
-void addRender (CLI::App& app, RenderCommand& command, std::vector<std::string>& bands, std::string& phase, std::string& mode)
+void addRender (CLI::App& app,
+                RenderCommand& command,
+                std::vector<std::string>& bands,
+                std::string& phase,
+                std::string& mode)
 {
     auto* render = app.add_subcommand ("render", "Equalise a sound file into another.");
     auto& settings = command.settings;
 
-    render->add_option ("IN", command.input, "WAV, AIFF, FLAC or MP3 file, mono or stereo, 44.1 to 192 kHz")->required();
+    render->add_option ("IN", command.input, "WAV, AIFF, FLAC or MP3 file, mono or stereo, 44.1 to 192 kHz")
+        ->required();
     render->add_option ("OUT", command.output, "File to write: .wav, .aiff or .flac")->required();
     render->add_option ("--band", bands, "FREQ,GAIN,Q[,shelf][,ms=VALUE][,solo][,bypass], up to ten times")
         ->expected (1)
@@ -41,16 +46,18 @@ void addRender (CLI::App& app, RenderCommand& command, std::vector<std::string>&
     render->add_option ("--block", command.blockSize, "Samples a block; changes nothing in the result")
         ->check (CLI::Range (1, 8192))
         ->capture_default_str();
-    render->add_option ("--format",
-                        command.format,
-                        "wav-16, wav-24, wav-float, aiff-16, aiff-24, flac-16 or flac-24; by the ending of OUT if not given");
+    render->add_option (
+        "--format",
+        command.format,
+        "wav-16, wav-24, wav-float, aiff-16, aiff-24, flac-16 or flac-24; by the ending of OUT if not given");
 
     render->callback (
         [&command, &bands, &phase, &mode]
         {
             if (bands.size() > bandCount)
                 throw CommandError (ExitCode::badArguments,
-                                    "--band was given " + std::to_string (bands.size()) + " times; there are ten bands.");
+                                    "--band was given " + std::to_string (bands.size())
+                                        + " times; there are ten bands.");
 
             for (const auto& band : bands)
                 command.settings.bands.push_back (BandOption::parse (band));

@@ -21,7 +21,8 @@ public:
     using ReadBlock = std::function<void (juce::AudioBuffer<float>& block, juce::int64 start, int count)>;
     using WriteBlock = std::function<void (const juce::AudioBuffer<float>& block, int start, int count)>;
 
-    /** Renders `length` samples: asks `read` for the input block by block, gives exactly `length` samples to `write`. */
+    /** Renders `length` samples: asks `read` for the input block by block, gives exactly `length` samples to `write`.
+     */
     void render (juce::int64 length, const ReadBlock& read, const WriteBlock& write);
 
     /** The delay of the path in samples, as it really is. */

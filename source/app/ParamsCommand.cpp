@@ -10,8 +10,9 @@ void ParamsCommand::run() const
     VelmoraAudioProcessor processor;
 
     std::cout << std::left << std::setw (7) << "number" << std::setw (23) << "id" << std::setw (22) << "name"
-              << std::setw (9) << "minimum" << std::setw (9) << "maximum" << std::setw (7) << "step" << std::setw (6) << "skew"
-              << std::setw (9) << "default" << std::setw (12) << "reads" << "automatable\n";
+              << std::setw (9) << "minimum" << std::setw (9) << "maximum" << std::setw (7) << "step" << std::setw (6)
+              << "skew" << std::setw (9) << "default" << std::setw (12) << "reads"
+              << "automatable\n";
 
     for (int index = 0; index < processor.getParameters().size(); ++index)
     {
@@ -19,10 +20,10 @@ void ParamsCommand::run() const
         const auto& range = parameter->getNormalisableRange();
         const auto defaultValue = parameter->getDefaultValue();
 
-        std::cout << std::setw (7) << index << std::setw (23) << parameter->paramID << std::setw (22) << parameter->getName (64)
-                  << std::setw (9) << range.start << std::setw (9) << range.end << std::setw (7) << range.interval
-                  << std::setw (6) << range.skew << std::setw (9) << parameter->convertFrom0to1 (defaultValue)
-                  << std::setw (12) << parameter->getText (defaultValue, 64) << (parameter->isAutomatable() ? "yes" : "no")
-                  << '\n';
+        std::cout << std::setw (7) << index << std::setw (23) << parameter->paramID << std::setw (22)
+                  << parameter->getName (64) << std::setw (9) << range.start << std::setw (9) << range.end
+                  << std::setw (7) << range.interval << std::setw (6) << range.skew << std::setw (9)
+                  << parameter->convertFrom0to1 (defaultValue) << std::setw (12)
+                  << parameter->getText (defaultValue, 64) << (parameter->isAutomatable() ? "yes" : "no") << '\n';
     }
 }

@@ -48,7 +48,7 @@ void describeBand (const PluginModel& model, int band)
     std::cout << "  Band " << band + 1 << ": " << parameterText (model, band, Kind::frequency) << ", "
               << parameterText (model, band, Kind::gain) << ", "
               << (model.getBandValue (band, Kind::highShelf) != 0.0f ? std::string ("high shelf")
-                                                                      : parameterText (model, band, Kind::q))
+                                                                     : parameterText (model, band, Kind::q))
               << ", " << parameterText (model, band, Kind::midSide)
               << (model.getBandValue (band, Kind::solo) == 1.0f ? ", solo" : "")
               << (model.getBandValue (band, Kind::bypass) == 1.0f ? ", bypassed" : "") << '\n';
@@ -111,6 +111,7 @@ void RenderCommand::run() const
               << 20.0 * std::log10 (static_cast<double> (result.peak())) << " dBFS)\n";
 
     if (result.clippedCount() > 0 && storedAs.bits != 32)
-        std::cerr << "Note: " << result.clippedCount()
-                  << " samples were louder than full scale and were cut. Lower --output-gain, or use --format wav-float.\n";
+        std::cerr
+            << "Note: " << result.clippedCount()
+            << " samples were louder than full scale and were cut. Lower --output-gain, or use --format wav-float.\n";
 }

@@ -1,6 +1,6 @@
 #include "dsp/BandAnalyser.h"
 #include "dsp/VariableQ2ndOrder.h"
-#include "support/AllocationGuard.h"
+#include "support/RealTimeGuard.h"
 
 #include <gtest/gtest.h>
 
@@ -265,11 +265,11 @@ TEST (BandAnalyserTest, analysingAndResettingDoNotAllocate)
 {
     const auto analyser = analyserFor();
     const auto high = sine (4000.0, 0.5, fullRate, 1.5);
-    const AllocationGuard guard;
+    const RealTimeGuard guard;
     analyser->processLow (high.data(), high.data(), countOf (high));
     analyser->processHigh (high.data(), nullptr, countOf (high));
     analyser->resetBands();
     analyser->fillLevels (-70.0f);
-    EXPECT_EQ (guard.count(), 0);
+    EXPECT_EQ (guard.allocations(), 0);
 }
 } // namespace

@@ -1,6 +1,6 @@
 #include "dsp/BandCurves.h"
 
-#include "support/AllocationGuard.h"
+#include "support/RealTimeGuard.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #include "dsp/FIRFilter.h"
 
-#include "support/AllocationGuard.h"
+#include "support/RealTimeGuard.h"
 
 #include <gtest/gtest.h>
 

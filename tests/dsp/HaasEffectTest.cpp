@@ -1,5 +1,5 @@
 #include "dsp/HaasEffect.h"
-#include "support/AllocationGuard.h"
+#include "support/RealTimeGuard.h"
 
 #include <gtest/gtest.h>
 
@@ -171,11 +171,11 @@ TEST (HaasEffectTest, processingDoesNotAllocate)
 {
     HaasEffect effect (rate);
     effect.setEnabled (true);
-    const AllocationGuard guard;
+    const RealTimeGuard guard;
 
     for (int i = 0; i < 1000; ++i)
         effect.process (0.5f, 0.0f);
 
-    EXPECT_EQ (guard.count(), 0);
+    EXPECT_EQ (guard.allocations(), 0);
 }
 } // namespace

@@ -1,5 +1,5 @@
 #include "dsp/LUFSProcessor.h"
-#include "support/AllocationGuard.h"
+#include "support/RealTimeGuard.h"
 #include "support/LiteralMeter.h"
 
 #include <gtest/gtest.h>
@@ -506,12 +506,12 @@ TEST (LUFSProcessorTest, measuringAndResettingDoNotAllocate)
 {
     const auto meter = meterAt (48000.0);
     const std::vector<float> samples (50000, 0.25f);
-    const AllocationGuard guard;
+    const RealTimeGuard guard;
     meter->integratedOfPlain ({ samples.data(), samples.data() }, 50000);
     meter->shortTermOfWeighted ({ samples.data(), nullptr }, 50000, nullptr);
     meter->peak (0.5f);
     meter->reset (-70.0f);
     meter->resetShortTerm (-70.0f);
-    EXPECT_EQ (guard.count(), 0);
+    EXPECT_EQ (guard.allocations(), 0);
 }
 } // namespace

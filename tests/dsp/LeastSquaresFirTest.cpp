@@ -3,7 +3,7 @@
 #include "dsp/BandCurves.h"
 #include "dsp/FirLengths.h"
 #include "dsp/Lapack.h"
-#include "support/AllocationGuard.h"
+#include "support/RealTimeGuard.h"
 
 #include <gtest/gtest.h>
 

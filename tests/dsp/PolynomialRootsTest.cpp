@@ -2,7 +2,7 @@
 
 #include "dsp/BandCurves.h"
 #include "dsp/LeastSquaresFir.h"
-#include "support/AllocationGuard.h"
+#include "support/RealTimeGuard.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 #include "dsp/SpectrumAnalyser.h"
-#include "support/AllocationGuard.h"
+#include "support/RealTimeGuard.h"
 
 #include <gtest/gtest.h>
 
@@ -152,8 +152,8 @@ TEST (SpectrumAnalyserTest, analysingDoesNotAllocate)
     SpectrumAnalyser analyser;
     const auto samples = noise (5);
     std::vector<float> magnitudes (binCount);
-    const AllocationGuard guard;
+    const RealTimeGuard guard;
     analyser.analyseSpectrum (samples.data(), samples.data(), magnitudes.data());
-    EXPECT_EQ (guard.count(), 0);
+    EXPECT_EQ (guard.allocations(), 0);
 }
 } // namespace

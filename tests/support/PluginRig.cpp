@@ -9,7 +9,7 @@ PluginRig::PluginRig (const HostDescription& host) : processor (host) {}
 
 HostDescription PluginRig::plainHost()
 {
-    return { juce::PluginHostType::UnknownHost, "/opt/host", [] () noexcept { return 0; } };
+    return { juce::PluginHostType::UnknownHost, "/opt/host", []() noexcept { return 0; } };
 }
 
 void PluginRig::prepare (double sampleRate, int blockSize, int channelCount)
@@ -73,7 +73,8 @@ PluginRig::Signal PluginRig::run (const Signal& input, const std::function<int()
         processor.processBlock (buffer, noMidi);
 
         for (int channel = 0; channel < channels; ++channel)
-            std::copy_n (buffer.getReadPointer (channel), count, output[static_cast<std::size_t> (channel)].data() + start);
+            std::copy_n (
+                buffer.getReadPointer (channel), count, output[static_cast<std::size_t> (channel)].data() + start);
 
         start += count;
     }
@@ -83,7 +84,8 @@ PluginRig::Signal PluginRig::run (const Signal& input, const std::function<int()
 
 void PluginRig::runSilence (int count, int blockSize)
 {
-    const Signal silence (static_cast<std::size_t> (channels), std::vector<float> (static_cast<std::size_t> (count), 0.0f));
+    const Signal silence (static_cast<std::size_t> (channels),
+                          std::vector<float> (static_cast<std::size_t> (count), 0.0f));
     std::ignore = run (silence, std::min (blockSize, block));
 }
 

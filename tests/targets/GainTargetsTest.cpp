@@ -1,5 +1,5 @@
 #include "targets/GainTargets.h"
-#include "support/AllocationGuard.h"
+#include "support/RealTimeGuard.h"
 
 #include <gtest/gtest.h>
 
@@ -90,8 +90,8 @@ TEST (GainTargetsTest, clearLeavesTheValuesToCompareWith)
 TEST (GainTargetsTest, updatingDoesNotAllocate)
 {
     GainTargets targets;
-    const AllocationGuard guard;
+    const RealTimeGuard guard;
     targets.updateGainTargets (ten (0.0f), ten (6.0f), 0.0f, false);
-    EXPECT_EQ (guard.count(), 0);
+    EXPECT_EQ (guard.allocations(), 0);
 }
 } // namespace
