@@ -32,11 +32,15 @@ SOLVANE_ALWAYS_INLINE void
 decimateTile (const RateFilterTable& table, const double* const* input, double* output, int start) noexcept
 {
     using Vector = typename SimdLanes<lanes>::Vector;
-    Vector sums[extent (outputCount)][extent (channelCount)] {};
+    Vector sums[extent (outputCount)][extent (channelCount)];
     const double* oldest[extent (channelCount)];
 
     for (int c = 0; c < channelCount; ++c)
         oldest[c] = input[c] + start * table.factor - (table.feedForwardCount - 1);
+
+    for (int i = 0; i < outputCount; ++i)
+        for (int c = 0; c < channelCount; ++c)
+            sums[i][c] = Vector {};
 
     for (int k = 0; k < table.feedForwardCount; k += lanes)
     {
@@ -77,7 +81,11 @@ SOLVANE_ALWAYS_INLINE void interpolateTile (const RateFilterTable& table,
 {
     using Vector = typename SimdLanes<lanes>::Vector;
     constexpr auto step = std::max (lanes, factor);
-    Vector sums[extent (channelCount)][extent (stepCount)] {};
+    Vector sums[extent (channelCount)][extent (stepCount)];
+
+    for (int c = 0; c < channelCount; ++c)
+        for (int s = 0; s < stepCount; ++s)
+            sums[c][s] = Vector {};
 
     for (int i = 0; i < table.branchTapCount; ++i)
     {

@@ -16,7 +16,7 @@ constexpr int firstInterpolator = 2;
 
 RateFilterSet::RateFilterSet (int maxBlock)
     : channels { IirChannel (maxBlock), IirChannel (maxBlock), IirChannel (maxBlock), IirChannel (maxBlock) },
-      frames (maxChannels * (RateFilterTable::maxOrder + maxBlock / smallestFactor))
+      reducedFrames (maxChannels * (maxBlock / smallestFactor))
 {
 }
 
@@ -43,11 +43,9 @@ void RateFilterSet::decimate (const float* const* input, double* const* output, 
         newest[c] = line;
     }
 
-    auto* reduced = newFrames (channelCount);
-    loadResults (firstDecimator, channelCount);
+    auto* reduced = reducedFrames.data();
     PolyphaseKernel::decimatingSums (*filter, newest, reduced, channelCount, reducedCount);
-    runRecursion (*filter, reduced, channelCount, reducedCount);
-    storeResults (firstDecimator, channelCount, reducedCount);
+    runReduced (firstDecimator, channelCount, reducedCount);
 
     for (int c = 0; c < channelCount; ++c)
         for (int i = 0; i < reducedCount; ++i)
@@ -60,16 +58,14 @@ void RateFilterSet::interpolate (const double* const* input,
                                  int reducedCount) noexcept
 {
     const double* held[maxChannels] {};
-    auto* reduced = newFrames (channelCount);
+    auto* reduced = reducedFrames.data();
     const auto factor = filter->factor;
 
     for (int c = 0; c < channelCount; ++c)
         for (int i = 0; i < reducedCount; ++i)
             reduced[i * channelCount + c] = input[c][i];
 
-    loadResults (firstInterpolator, channelCount);
-    runRecursion (*filter, reduced, channelCount, reducedCount);
-    storeResults (firstInterpolator, channelCount, reducedCount);
+    runReduced (firstInterpolator, channelCount, reducedCount);
 
     for (int c = 0; c < channelCount; ++c)
     {
@@ -83,25 +79,12 @@ void RateFilterSet::interpolate (const double* const* input,
     PolyphaseKernel::interpolatingSums (*filter, held, output, channelCount, reducedCount);
 }
 
-double* RateFilterSet::newFrames (int channelCount) noexcept
+void RateFilterSet::runReduced (int firstChannel, int channelCount, int frameCount) noexcept
 {
-    return frames.data() + RateFilterTable::maxOrder * channelCount;
-}
-
-void RateFilterSet::loadResults (int firstChannel, int channelCount) noexcept
-{
-    for (int c = 0; c < channelCount; ++c)
-        for (int i = 0; i < RateFilterTable::maxOrder; ++i)
-            frames.data()[i * channelCount + c] =
-                channels[static_cast<std::size_t> (firstChannel + c)].results[static_cast<std::size_t> (i)];
-}
-
-void RateFilterSet::storeResults (int firstChannel, int channelCount, int frameCount) noexcept
-{
-    const auto* newest = frames.data() + frameCount * channelCount;
+    RecursionState* states[maxChannels] {};
 
     for (int c = 0; c < channelCount; ++c)
-        for (int i = 0; i < RateFilterTable::maxOrder; ++i)
-            channels[static_cast<std::size_t> (firstChannel + c)].results[static_cast<std::size_t> (i)] =
-                newest[i * channelCount + c];
+        states[c] = &channels[static_cast<std::size_t> (firstChannel + c)].results;
+
+    runRecursion (*filter, reducedFrames.data(), frameCount, states, channelCount);
 }
