@@ -1,5 +1,6 @@
 #include "dsp/RateFilterSet.h"
 
+#include "dsp/BlockOperations.h"
 #include "dsp/PolyphaseKernel.h"
 #include "dsp/RateRecursion.h"
 
@@ -39,7 +40,7 @@ void RateFilterSet::decimate (const float* const* input, double* const* output, 
     for (int c = 0; c < channelCount; ++c)
     {
         auto* line = channels[static_cast<std::size_t> (firstDecimator + c)].line.append (count);
-        std::copy_n (input[c], count, line);
+        BlockOperations::convert (input[c], line, count);
         newest[c] = line;
     }
 
@@ -47,9 +48,10 @@ void RateFilterSet::decimate (const float* const* input, double* const* output, 
     PolyphaseKernel::decimatingSums (*filter, newest, reduced, channelCount, reducedCount);
     runReduced (firstDecimator, channelCount, reducedCount);
 
-    for (int c = 0; c < channelCount; ++c)
-        for (int i = 0; i < reducedCount; ++i)
-            output[c][i] = reduced[i * channelCount + c];
+    if (channelCount == 2)
+        BlockOperations::deinterleave (reduced, output[0], output[1], reducedCount);
+    else
+        std::copy_n (reduced, reducedCount, output[0]);
 }
 
 void RateFilterSet::interpolate (const double* const* input,
@@ -61,9 +63,10 @@ void RateFilterSet::interpolate (const double* const* input,
     auto* reduced = reducedFrames.data();
     const auto factor = filter->factor;
 
-    for (int c = 0; c < channelCount; ++c)
-        for (int i = 0; i < reducedCount; ++i)
-            reduced[i * channelCount + c] = input[c][i];
+    if (channelCount == 2)
+        BlockOperations::interleave (input[0], input[1], reduced, reducedCount);
+    else
+        std::copy_n (input[0], reducedCount, reduced);
 
     runReduced (firstInterpolator, channelCount, reducedCount);
 
@@ -71,9 +74,7 @@ void RateFilterSet::interpolate (const double* const* input,
     {
         auto* line = channels[static_cast<std::size_t> (firstInterpolator + c)].line.append (reducedCount * factor);
         held[c] = line;
-
-        for (int i = 0; i < reducedCount; ++i)
-            std::fill_n (line + i * factor, factor, reduced[i * channelCount + c]);
+        BlockOperations::hold (reduced + c, channelCount, line, factor, reducedCount);
     }
 
     PolyphaseKernel::interpolatingSums (*filter, held, output, channelCount, reducedCount);

@@ -31,9 +31,9 @@ SOLVANE_ALWAYS_INLINE void repeat (const typename SimdLanes<lanes>::Vector& from
         repeated = __builtin_shufflevector (from, from, first, second, first, second, first, second, first, second);
 }
 
-/** Runs four frames at once. Each result is kept once for every lane, and is taken off all frames after it in one step:
-    the coefficients run on from lane to lane, and are 0 for frames that do not lie after the result, or lie too far.
-    Thus each lane subtracts in the plain order, from the oldest result to the newest. */
+/** Runs four frames at once. Earlier results are kept once for every lane, and are taken off all four frames in one
+    step: the coefficients run on from lane to lane, and are 0 for frames that lie too far behind the result. What the
+    four owe each other follows one by one. Each lane thus subtracts in the plain order, oldest result first. */
 template <int order, int channelCount, int lanes>
 class FourFrames
 {
@@ -54,40 +54,37 @@ public:
 
 #pragma GCC unroll 24
         for (int k = order; k > 0; --k)
-            takeOff<0> (values, lanesAt<lanes> (results - k * lanes), k);
+        {
+            const Vector known = lanesAt<lanes> (results - k * lanes);
 
-        finish<0> (values, results);
-        finish<1> (values, results);
-        finish<2> (values, results);
-        finish<3> (values, results);
+            for (int v = 0; v < vectorCount; ++v)
+                values[v] -= lanesAt<lanes> (coefficients + (framesAtOnce + k) * channelCount + v * lanes) * known;
+        }
 
-        for (int v = 0; v < vectorCount; ++v)
-            lanesAt<lanes> (frames + v * lanes) = values[v];
+        Vector finished[framesAtOnce];
+        repeat<channelCount, lanes, 0> (values[0], finished[0]);
+        repeat<channelCount, lanes, 1 % framesPerVector * channelCount> (values[1 / framesPerVector], finished[1]);
+        repeat<channelCount, lanes, 2 % framesPerVector * channelCount> (values[2 / framesPerVector], finished[2]);
+        repeat<channelCount, lanes, 3 % framesPerVector * channelCount> (values[3 / framesPerVector], finished[3]);
+
+#pragma GCC unroll 4
+        for (int frame = 0; frame < framesAtOnce; ++frame)
+        {
+#pragma GCC unroll 4
+            for (int k = frame; k > 0; --k)
+                finished[frame] -= coefficients[(framesAtOnce + k) * channelCount] * finished[frame - k];
+
+            lanesAt<lanes> (results + frame * lanes) = finished[frame];
+
+            for (int c = 0; c < channelCount; ++c)
+                frames[frame * channelCount + c] = finished[frame][c];
+        }
     }
 
 private:
     using Vector = typename SimdLanes<lanes>::Vector;
     static constexpr int vectorCount = framesAtOnce * channelCount / lanes;
     static constexpr int framesPerVector = lanes / channelCount;
-
-    /** `distance` is that of the first frame from the result. */
-    template <int firstVector, typename Known>
-    SOLVANE_ALWAYS_INLINE void takeOff (Vector* values, const Known& known, int distance) const noexcept
-    {
-        const auto* first = coefficients + (RateFilterTable::framesAtOnce + distance) * channelCount;
-
-        for (int v = firstVector; v < vectorCount; ++v)
-            values[v] -= lanesAt<lanes> (first + v * lanes) * known;
-    }
-
-    template <int frame>
-    SOLVANE_ALWAYS_INLINE void finish (Vector* values, double* results) const noexcept
-    {
-        Vector result;
-        repeat<channelCount, lanes, frame % framesPerVector * channelCount> (values[frame / framesPerVector], result);
-        lanesAt<lanes> (results + frame * lanes) = result;
-        takeOff<(frame + 1) / framesPerVector> (values, result, -frame);
-    }
 
     const double* coefficients;
 };
