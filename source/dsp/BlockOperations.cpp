@@ -106,14 +106,27 @@ SOLVANE_ALWAYS_INLINE void deinterleaveLoop (const double* interleaved, double* 
     }
 }
 
-template <int lanes>
-SOLVANE_ALWAYS_INLINE void holdLoop (const double* input, int stride, double* output, int factor, int count) noexcept
+template <int factor>
+SOLVANE_ALWAYS_INLINE void holdSamples (const double* input, int stride, double* output, int count) noexcept
 {
+    constexpr auto lanes = 4;
     using Vector = typename SimdLanes<lanes>::Vector;
 
     for (int i = 0; i < count; ++i)
+    {
+        const Vector held = input[i * stride] - Vector {};
+
         for (int lane = 0; lane < factor; lane += lanes)
-            lanesAt<lanes> (output + i * factor + lane) = input[i * stride] - Vector {};
+            lanesAt<lanes> (output + i * factor + lane) = held;
+    }
+}
+
+SOLVANE_ALWAYS_INLINE void holdLoop (const double* input, int stride, double* output, int factor, int count) noexcept
+{
+    if (factor == 4)
+        holdSamples<4> (input, stride, output, count);
+    else
+        holdSamples<8> (input, stride, output, count);
 }
 
 template <typename Sample>
@@ -179,7 +192,7 @@ SOLVANE_BLOCK_OPERATION (deinterleave,
                          (const double* interleaved, double* left, double* right, int count),
                          (interleaved, left, right, count))
 SOLVANE_BLOCK_OPERATION (hold,
-                         holdLoop<4>,
+                         holdLoop,
                          (const double* input, int stride, double* output, int factor, int count),
                          (input, stride, output, factor, count))
 SOLVANE_BLOCK_OPERATION (splitMidSide,
