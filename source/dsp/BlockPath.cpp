@@ -1,5 +1,7 @@
 #include "dsp/BlockPath.h"
 
+#include "dsp/BlockOperations.h"
+
 #include <algorithm>
 
 namespace
@@ -152,8 +154,7 @@ void BlockPath::makeCorrection (const double* const* low, int channelCount, int 
     delayInto (lowDelay, low, delayed, channelCount, reducedCount);
 
     for (int c = 0; c < channelCount; ++c)
-        for (int i = 0; i < reducedCount; ++i)
-            corrections[c][i] -= delayed[c][i];
+        BlockOperations::subtract (corrections[c], delayed[c], reducedCount);
 
     if (channelCount == 2)
         rateConverter.interpolateStereo (corrections[0], corrections[1], reducedCount);
@@ -174,8 +175,7 @@ void BlockPath::runHigh (FirConvolver& fir, const Sample* const* input, int chan
     delayInto (dryDelay, input, sums, channelCount, count);
 
     for (int c = 0; c < channelCount; ++c)
-        for (int i = 0; i < count; ++i)
-            sums[c][i] += interpolated[c][i];
+        BlockOperations::add (sums[c], interpolated[c], count);
 
     fir.run (results, channelCount, count);
 }

@@ -1,22 +1,9 @@
 #include "dsp/DelayRing.h"
 
+#include "dsp/BlockOperations.h"
+
 #include <algorithm>
 #include <utility>
-
-namespace
-{
-/** Puts `input` into the ring's span and what was there into `output`, which may be `input`. */
-template <typename Sample>
-void exchangeSpan (const Sample* input, double* ring, double* output, int count) noexcept
-{
-    for (int i = 0; i < count; ++i)
-    {
-        const auto delayed = ring[i];
-        ring[i] = static_cast<double> (input[i]);
-        output[i] = delayed;
-    }
-}
-} // namespace
 
 DelayRing::DelayRing (int channelCount, int maxLength)
     : channels (std::clamp (channelCount, 1, 2)), maxDelay (std::max (maxLength, 0)), storage (channels * maxDelay)
@@ -104,7 +91,7 @@ void DelayRing::processBlock (const Sample* const* input, double* const* output,
         const auto span = std::min (count - done, delay - index);
 
         for (int c = 0; c < channelsInUse; ++c)
-            exchangeSpan (input[c] + done, channel (c) + index, output[c] + done, span);
+            BlockOperations::exchange (input[c] + done, channel (c) + index, output[c] + done, span);
 
         done += span;
         index = index + span < delay ? index + span : 0;

@@ -1,5 +1,6 @@
 #include "dsp/FirConvolver.h"
 
+#include "dsp/BlockOperations.h"
 #include "dsp/FirKernel.h"
 
 #include <algorithm>
@@ -99,11 +100,7 @@ void FirConvolver::run (const double* const* input, double* const* output, int c
 void FirConvolver::addTail (Channel& channel, double* output, int count) noexcept
 {
     const auto overlap = std::min (count, channel.tailCount);
-    const auto* tail = channel.tail.data() + channel.tailStart;
-
-    for (int i = 0; i < overlap; ++i)
-        output[i] += tail[i];
-
+    BlockOperations::add (output, channel.tail.data() + channel.tailStart, overlap);
     channel.tailStart += overlap;
     channel.tailCount -= overlap;
 }

@@ -1,29 +1,9 @@
 #include "dsp/PathMixer.h"
 
+#include "dsp/BlockOperations.h"
 #include "dsp/FirLengths.h"
 
 #include <algorithm>
-
-namespace
-{
-template <typename Sample>
-void splitBlock (const Sample* left, const Sample* right, double* mid, double* side, int count) noexcept
-{
-    for (int i = 0; i < count; ++i)
-    {
-        const auto l = static_cast<double> (left[i]);
-        const auto r = static_cast<double> (right[i]);
-        mid[i] = (l + r) * 0.5;
-        side[i] = (r - l) * 0.5;
-    }
-}
-
-void toSingle (const double* input, float* output, int count) noexcept
-{
-    for (int i = 0; i < count; ++i)
-        output[i] = static_cast<float> (input[i]);
-}
-} // namespace
 
 PathMixer::PathMixer() : dryDelay (2, maxBaseLatencySamples) {}
 
@@ -39,8 +19,9 @@ void PathMixer::split (const float* left,
                        const double* lowRight,
                        int reducedCount) noexcept
 {
-    splitBlock (left, right, midBlock.data(), sideBlock.data(), std::min (count, maxBlock));
-    splitBlock (lowLeft, lowRight, midLowBlock.data(), sideLowBlock.data(), std::min (reducedCount, maxBlock));
+    BlockOperations::splitMidSide (left, right, midBlock.data(), sideBlock.data(), std::min (count, maxBlock));
+    BlockOperations::splitMidSide (
+        lowLeft, lowRight, midLowBlock.data(), sideLowBlock.data(), std::min (reducedCount, maxBlock));
 }
 
 void PathMixer::mix (const float* left,
@@ -60,26 +41,17 @@ void PathMixer::mix (const float* left,
         auto* delayedRight = dryRight.data();
         dryDelay.processStereo (left, right, delayedLeft, delayedRight, count);
 
-        for (int i = 0; i < count; ++i)
-        {
-            outLeft[i] =
-                static_cast<float> ((results.stereoLeft[i] - delayedLeft[i]) + (results.mid[i] - results.side[i]));
-            outRight[i] =
-                static_cast<float> ((results.stereoRight[i] - delayedRight[i]) + (results.side[i] + results.mid[i]));
-        }
+        BlockOperations::joinPaths (results.stereoLeft, delayedLeft, results.mid, results.side, -1.0, outLeft, count);
+        BlockOperations::joinPaths (results.stereoRight, delayedRight, results.side, results.mid, 1.0, outRight, count);
     }
     else if (useStereo)
     {
-        toSingle (results.stereoLeft, outLeft, count);
-        toSingle (results.stereoRight, outRight, count);
+        BlockOperations::convert (results.stereoLeft, outLeft, count);
+        BlockOperations::convert (results.stereoRight, outRight, count);
     }
     else if (useMidSide)
     {
-        for (int i = 0; i < count; ++i)
-        {
-            outLeft[i] = static_cast<float> (results.mid[i] - results.side[i]);
-            outRight[i] = static_cast<float> (results.side[i] + results.mid[i]);
-        }
+        BlockOperations::joinMidSide (results.mid, results.side, outLeft, outRight, count);
     }
     else
     {

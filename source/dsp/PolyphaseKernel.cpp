@@ -26,33 +26,101 @@ SOLVANE_ALWAYS_INLINE double total (const typename SimdLanes<lanes>::Vector& vec
     return values[0];
 }
 
+/** Writes the totals of as many vectors as they have lanes, with the additions of total() in each. */
+template <int lanes>
+SOLVANE_ALWAYS_INLINE void storeTotals (const typename SimdLanes<lanes>::Vector* s, double* output) noexcept
+{
+    using Vector = typename SimdLanes<lanes>::Vector;
+
+    if constexpr (lanes == 2)
+    {
+        lanesAt<2> (output) = __builtin_shufflevector (s[0], s[1], 0, 2) + __builtin_shufflevector (s[0], s[1], 1, 3);
+    }
+    else if constexpr (lanes == 4)
+    {
+        const Vector even =
+            __builtin_shufflevector (s[0], s[2], 0, 1, 4, 5) + __builtin_shufflevector (s[0], s[2], 2, 3, 6, 7);
+        const Vector odd =
+            __builtin_shufflevector (s[1], s[3], 0, 1, 4, 5) + __builtin_shufflevector (s[1], s[3], 2, 3, 6, 7);
+        lanesAt<4> (output) =
+            __builtin_shufflevector (even, odd, 0, 4, 2, 6) + __builtin_shufflevector (even, odd, 1, 5, 3, 7);
+    }
+    else
+    {
+        Vector halves[4];
+
+        for (int i = 0; i < 4; ++i)
+            halves[i] = __builtin_shufflevector (s[i], s[i + 4], 0, 1, 2, 3, 8, 9, 10, 11)
+                        + __builtin_shufflevector (s[i], s[i + 4], 4, 5, 6, 7, 12, 13, 14, 15);
+
+        Vector quarters[2];
+
+        for (int i = 0; i < 2; ++i)
+            quarters[i] = __builtin_shufflevector (halves[i], halves[i + 2], 0, 1, 8, 9, 4, 5, 12, 13)
+                          + __builtin_shufflevector (halves[i], halves[i + 2], 2, 3, 10, 11, 6, 7, 14, 15);
+
+        lanesAt<8> (output) = __builtin_shufflevector (quarters[0], quarters[1], 0, 8, 2, 10, 4, 12, 6, 14)
+                              + __builtin_shufflevector (quarters[0], quarters[1], 1, 9, 3, 11, 5, 13, 7, 15);
+    }
+}
+
 /** `outputCount` neighbouring outputs: a dot product each, whose coefficients are loaded once for all of them. */
-template <int lanes, int channelCount, int outputCount>
+template <int lanes, int factor, int channelCount, int outputCount>
 SOLVANE_ALWAYS_INLINE void
 decimateTile (const RateFilterTable& table, const double* const* input, double* output, int start) noexcept
 {
     using Vector = typename SimdLanes<lanes>::Vector;
-    Vector sums[extent (outputCount)][extent (channelCount)] {};
+    constexpr auto step = std::max (lanes, factor);
+    constexpr auto outputsPerStep = step / factor;
     const double* oldest[extent (channelCount)];
+    Vector sums[extent (outputCount * channelCount)];
 
     for (int c = 0; c < channelCount; ++c)
-        oldest[c] = input[c] + start * table.factor - (table.feedForwardCount - 1);
+        oldest[c] = input[c] + start * factor - (table.feedForwardCount - 1);
 
-    for (int k = 0; k < table.feedForwardCount; k += lanes)
+    for (auto& sum : sums)
+        sum = Vector {};
+
+    for (int part = 0; part < step; part += lanes)
     {
-        const Vector coefficients = lanesAt<lanes> (table.decimating.data() + k);
+        // A step on brings each output to the input of the next ones: what they loaded moves down to it.
+        Vector window[extent (outputCount)][extent (channelCount)];
 
-        for (int i = 0; i < outputCount; ++i)
+        for (int i = 0; i < outputCount - outputsPerStep; ++i)
             for (int c = 0; c < channelCount; ++c)
-                sums[i][c] += coefficients * lanesAt<lanes> (oldest[c] + i * table.factor + k);
+                window[i + outputsPerStep][c] = lanesAt<lanes> (oldest[c] + part + i * factor);
+
+        for (int k = part; k < table.feedForwardCount; k += step)
+        {
+            const Vector coefficients = lanesAt<lanes> (table.decimating.data() + k);
+
+            for (int c = 0; c < channelCount; ++c)
+            {
+                for (int i = 0; i < outputCount - outputsPerStep; ++i)
+                    window[i][c] = window[i + outputsPerStep][c];
+
+                for (int i = std::max (outputCount - outputsPerStep, 0); i < outputCount; ++i)
+                    window[i][c] = lanesAt<lanes> (oldest[c] + i * factor + k);
+
+                for (int i = 0; i < outputCount; ++i)
+                    sums[i * channelCount + c] += coefficients * window[i][c];
+            }
+        }
     }
 
-    for (int i = 0; i < outputCount; ++i)
-        for (int c = 0; c < channelCount; ++c)
-            output[(start + i) * channelCount + c] = total<lanes> (sums[i][c]);
+    if constexpr (outputCount * channelCount % lanes == 0)
+    {
+        for (int i = 0; i < outputCount * channelCount; i += lanes)
+            storeTotals<lanes> (sums + i, output + start * channelCount + i);
+    }
+    else
+    {
+        for (int i = 0; i < outputCount * channelCount; ++i)
+            output[start * channelCount + i] = total<lanes> (sums[i]);
+    }
 }
 
-template <int lanes, int channelCount>
+template <int lanes, int factor, int channelCount>
 SOLVANE_ALWAYS_INLINE void
 decimate (const RateFilterTable& table, const double* const* input, double* output, int outputCount) noexcept
 {
@@ -60,10 +128,10 @@ decimate (const RateFilterTable& table, const double* const* input, double* outp
     auto start = 0;
 
     for (; start + most <= outputCount; start += most)
-        decimateTile<lanes, channelCount, most> (table, input, output, start);
+        decimateTile<lanes, factor, channelCount, most> (table, input, output, start);
 
     for (; start < outputCount; ++start)
-        decimateTile<lanes, channelCount, 1> (table, input, output, start);
+        decimateTile<lanes, factor, channelCount, 1> (table, input, output, start);
 }
 
 /** `stepCount` vectors of outputs that need the same coefficients, since they start at the same phase. */
@@ -77,7 +145,11 @@ SOLVANE_ALWAYS_INLINE void interpolateTile (const RateFilterTable& table,
 {
     using Vector = typename SimdLanes<lanes>::Vector;
     constexpr auto step = std::max (lanes, factor);
-    Vector sums[extent (channelCount)][extent (stepCount)] {};
+    Vector sums[extent (channelCount)][extent (stepCount)];
+
+    for (int c = 0; c < channelCount; ++c)
+        for (int s = 0; s < stepCount; ++s)
+            sums[c][s] = Vector {};
 
     for (int i = 0; i < table.branchTapCount; ++i)
     {
@@ -127,10 +199,20 @@ SOLVANE_ALWAYS_INLINE void decimateAny (const RateFilterTable& table,
                                         int channelCount,
                                         int outputCount) noexcept
 {
-    if (channelCount == 2)
-        decimate<lanes, 2> (table, input, output, outputCount);
+    if (table.factor == 4)
+    {
+        if (channelCount == 2)
+            decimate<lanes, 4, 2> (table, input, output, outputCount);
+        else
+            decimate<lanes, 4, 1> (table, input, output, outputCount);
+    }
     else
-        decimate<lanes, 1> (table, input, output, outputCount);
+    {
+        if (channelCount == 2)
+            decimate<lanes, 8, 2> (table, input, output, outputCount);
+        else
+            decimate<lanes, 8, 1> (table, input, output, outputCount);
+    }
 }
 
 template <int lanes>

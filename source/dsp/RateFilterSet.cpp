@@ -1,5 +1,6 @@
 #include "dsp/RateFilterSet.h"
 
+#include "dsp/BlockOperations.h"
 #include "dsp/PolyphaseKernel.h"
 #include "dsp/RateRecursion.h"
 
@@ -16,7 +17,7 @@ constexpr int firstInterpolator = 2;
 
 RateFilterSet::RateFilterSet (int maxBlock)
     : channels { IirChannel (maxBlock), IirChannel (maxBlock), IirChannel (maxBlock), IirChannel (maxBlock) },
-      frames (maxChannels * (RateFilterTable::maxOrder + maxBlock / smallestFactor))
+      reducedFrames (maxChannels * (maxBlock / smallestFactor))
 {
 }
 
@@ -39,19 +40,18 @@ void RateFilterSet::decimate (const float* const* input, double* const* output, 
     for (int c = 0; c < channelCount; ++c)
     {
         auto* line = channels[static_cast<std::size_t> (firstDecimator + c)].line.append (count);
-        std::copy_n (input[c], count, line);
+        BlockOperations::convert (input[c], line, count);
         newest[c] = line;
     }
 
-    auto* reduced = newFrames (channelCount);
-    loadResults (firstDecimator, channelCount);
+    auto* reduced = reducedFrames.data();
     PolyphaseKernel::decimatingSums (*filter, newest, reduced, channelCount, reducedCount);
-    runRecursion (*filter, reduced, channelCount, reducedCount);
-    storeResults (firstDecimator, channelCount, reducedCount);
+    runReduced (firstDecimator, channelCount, reducedCount);
 
-    for (int c = 0; c < channelCount; ++c)
-        for (int i = 0; i < reducedCount; ++i)
-            output[c][i] = reduced[i * channelCount + c];
+    if (channelCount == 2)
+        BlockOperations::deinterleave (reduced, output[0], output[1], reducedCount);
+    else
+        std::copy_n (reduced, reducedCount, output[0]);
 }
 
 void RateFilterSet::interpolate (const double* const* input,
@@ -60,48 +60,32 @@ void RateFilterSet::interpolate (const double* const* input,
                                  int reducedCount) noexcept
 {
     const double* held[maxChannels] {};
-    auto* reduced = newFrames (channelCount);
+    auto* reduced = reducedFrames.data();
     const auto factor = filter->factor;
 
-    for (int c = 0; c < channelCount; ++c)
-        for (int i = 0; i < reducedCount; ++i)
-            reduced[i * channelCount + c] = input[c][i];
+    if (channelCount == 2)
+        BlockOperations::interleave (input[0], input[1], reduced, reducedCount);
+    else
+        std::copy_n (input[0], reducedCount, reduced);
 
-    loadResults (firstInterpolator, channelCount);
-    runRecursion (*filter, reduced, channelCount, reducedCount);
-    storeResults (firstInterpolator, channelCount, reducedCount);
+    runReduced (firstInterpolator, channelCount, reducedCount);
 
     for (int c = 0; c < channelCount; ++c)
     {
         auto* line = channels[static_cast<std::size_t> (firstInterpolator + c)].line.append (reducedCount * factor);
         held[c] = line;
-
-        for (int i = 0; i < reducedCount; ++i)
-            std::fill_n (line + i * factor, factor, reduced[i * channelCount + c]);
+        BlockOperations::hold (reduced + c, channelCount, line, factor, reducedCount);
     }
 
     PolyphaseKernel::interpolatingSums (*filter, held, output, channelCount, reducedCount);
 }
 
-double* RateFilterSet::newFrames (int channelCount) noexcept
+void RateFilterSet::runReduced (int firstChannel, int channelCount, int frameCount) noexcept
 {
-    return frames.data() + RateFilterTable::maxOrder * channelCount;
-}
-
-void RateFilterSet::loadResults (int firstChannel, int channelCount) noexcept
-{
-    for (int c = 0; c < channelCount; ++c)
-        for (int i = 0; i < RateFilterTable::maxOrder; ++i)
-            frames.data()[i * channelCount + c] =
-                channels[static_cast<std::size_t> (firstChannel + c)].results[static_cast<std::size_t> (i)];
-}
-
-void RateFilterSet::storeResults (int firstChannel, int channelCount, int frameCount) noexcept
-{
-    const auto* newest = frames.data() + frameCount * channelCount;
+    RecursionState* states[maxChannels] {};
 
     for (int c = 0; c < channelCount; ++c)
-        for (int i = 0; i < RateFilterTable::maxOrder; ++i)
-            channels[static_cast<std::size_t> (firstChannel + c)].results[static_cast<std::size_t> (i)] =
-                newest[i * channelCount + c];
+        states[c] = &channels[static_cast<std::size_t> (firstChannel + c)].results;
+
+    runRecursion (*filter, reducedFrames.data(), frameCount, states, channelCount);
 }

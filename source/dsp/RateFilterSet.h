@@ -2,6 +2,7 @@
 
 #include "dsp/AlignedBuffer.h"
 #include "dsp/RateFilterTable.h"
+#include "dsp/RateRecursion.h"
 #include "dsp/SampleLine.h"
 
 #include <array>
@@ -14,8 +15,7 @@ struct IirChannel
     /** The FIR's input at the host's rate: what comes in, or each reduced sample held for factor samples. */
     SampleLine line;
 
-    /** The newest results of the recursion at the reduced rate, the newest last. */
-    std::array<double, RateFilterTable::maxOrder> results {};
+    RecursionState results {};
 };
 
 /** The four filters of a RateConverter: channels 0 and 1 decimate left and right, 2 and 3 interpolate left and right.
@@ -39,13 +39,11 @@ public:
     void interpolate (const double* const* input, double* const* output, int channelCount, int reducedCount) noexcept;
 
 private:
-    void loadResults (int firstChannel, int channelCount) noexcept;
-    void storeResults (int firstChannel, int channelCount, int frameCount) noexcept;
-    [[nodiscard]] double* newFrames (int channelCount) noexcept;
+    void runReduced (int firstChannel, int channelCount, int frameCount) noexcept;
 
     const RateFilterTable* filter = nullptr;
     std::array<IirChannel, 4> channels;
 
-    /** Interleaved frames of the recursion at the reduced rate, behind the results of the block before. */
-    AlignedBuffer frames;
+    /** Interleaved frames at the reduced rate, for the recursion. */
+    AlignedBuffer reducedFrames;
 };

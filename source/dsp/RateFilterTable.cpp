@@ -196,9 +196,9 @@ constexpr RateFilterTable makeTable (const RateFilterSection<order>& section, in
     table.feedForwardCount = (feedForward.degree + 8) / 8 * 8;
     table.branchTapCount = feedForward.degree / factor + 1;
 
-    for (int k = 0; k <= order; ++k)
+    for (int k = 1; k <= order; ++k)
     {
-        const auto index = static_cast<std::size_t> (k);
+        const auto index = static_cast<std::size_t> (RateFilterTable::framesAtOnce + k);
         table.recursive[index] = recursive.at (k).high;
         table.recursiveInPairs[2 * index] = recursive.at (k).high;
         table.recursiveInPairs[2 * index + 1] = recursive.at (k).high;

@@ -44,12 +44,12 @@ struct RateFilterTable
     /** Input samples per output of an interpolation. */
     int branchTapCount = 0;
 
-    /** d(z)'s coefficients of the last `order` outputs, the newest at 1; index 0 is 1. Zeros follow, so that
-        framesAtOnce values can be loaded from any of them on. */
-    std::array<double, maxOrder + framesAtOnce> recursive {};
+    /** d(z)'s coefficient of the result k steps back at framesAtOnce + k, and zeros on either side, so that
+        framesAtOnce values can be loaded from k = 1 - framesAtOnce on. The one at k = 0 counts as 0 here. */
+    std::array<double, framesAtOnce + maxOrder + framesAtOnce> recursive {};
 
     /** The same for two interleaved channels: each coefficient twice. */
-    alignas (64) std::array<double, 2 * (maxOrder + framesAtOnce)> recursiveInPairs {};
+    alignas (64) std::array<double, 2 * (framesAtOnce + maxOrder + framesAtOnce)> recursiveInPairs {};
 
     /** The FIR for decimation, oldest sample's coefficient first. */
     alignas (64) std::array<double, maxFeedForwardCount> decimating {};

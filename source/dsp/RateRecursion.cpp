@@ -1,126 +1,204 @@
 #include "dsp/RateRecursion.h"
 
-#include "dsp/RateFilterTable.h"
 #include "dsp/SimdLanes.h"
 #include "dsp/SimdLevel.h"
 
-#include <cstddef>
+#include <algorithm>
+#include <cstring>
 
 namespace
 {
 constexpr int framesAtOnce = RateFilterTable::framesAtOnce;
+constexpr int pastFrames = RateFilterTable::maxOrder;
 
-/** One frame: the plain order of subtractions that the groups below follow in each of their lanes. */
-template <int order, int channelCount>
-SOLVANE_ALWAYS_INLINE void runFrame (const RateFilterTable& table, double* frame) noexcept
+/** Frames between two moves of the past to the front: long enough to make moving cheap, short enough for the cache. */
+constexpr int framesPerRun = 128;
+
+/** All lanes repeat the frame of one or two channels that starts at lane `first`. */
+template <int channelCount, int lanes, int first>
+SOLVANE_ALWAYS_INLINE void repeat (const typename SimdLanes<lanes>::Vector& from,
+                                   typename SimdLanes<lanes>::Vector& repeated) noexcept
 {
-    for (int c = 0; c < channelCount; ++c)
-    {
-        auto value = frame[c];
+    constexpr auto second = first + channelCount - 1;
 
-        for (int k = order; k > 0; --k)
-            value -= table.recursive[static_cast<std::size_t> (k)] * frame[c - k * channelCount];
-
-        frame[c] = value;
-    }
+    if constexpr (channelCount == lanes)
+        repeated = from;
+    else if constexpr (lanes == 2)
+        repeated = __builtin_shufflevector (from, from, first, second);
+    else if constexpr (lanes == 4)
+        repeated = __builtin_shufflevector (from, from, first, second, first, second);
+    else
+        repeated = __builtin_shufflevector (from, from, first, second, first, second, first, second, first, second);
 }
 
-/** Four frames at once. Results that are known already are taken off all four, and a coefficient of 0 takes nothing
-    off where a frame's own past does not reach so far back; what the four owe each other follows one by one. */
+/** Runs four frames at once. Earlier results are kept once for every lane, and are taken off all four frames in one
+    step: the coefficients run on from lane to lane, and are 0 for frames that lie too far behind the result. What the
+    four owe each other follows one by one. Each lane thus subtracts in the plain order, oldest result first. */
 template <int order, int channelCount, int lanes>
-SOLVANE_ALWAYS_INLINE void runFourFrames (const RateFilterTable& table, double* frames) noexcept
+class FourFrames
 {
-    using Vector = typename SimdLanes<lanes>::Vector;
-    constexpr auto vectorCount = framesAtOnce * channelCount / lanes;
-    const auto* coefficients = channelCount == 2 ? table.recursiveInPairs.data() : table.recursive.data();
-    Vector values[extent (vectorCount)];
-
-    for (int v = 0; v < vectorCount; ++v)
-        values[v] = lanesAt<lanes> (frames + v * lanes);
-
-#pragma GCC unroll 24
-    for (int k = order; k > 0; --k)
+public:
+    SOLVANE_ALWAYS_INLINE explicit FourFrames (const RateFilterTable& table) noexcept
+        : coefficients (channelCount == 2 ? table.recursiveInPairs.data() : table.recursive.data())
     {
-        const auto* known = frames - k * channelCount;
-        Vector repeated;
+    }
 
-        for (int lane = 0; lane < lanes; ++lane)
-            repeated[lane] = known[lane % channelCount];
+    /** Finishes the frames in place, and writes each result, repeated in all lanes, to `results`, before which the
+        results of earlier frames lie. */
+    SOLVANE_ALWAYS_INLINE void run (double* frames, double* results) const noexcept
+    {
+        Vector values[extent (vectorCount)];
 
         for (int v = 0; v < vectorCount; ++v)
-            values[v] -= lanesAt<lanes> (coefficients + k * channelCount + v * lanes) * repeated;
+            values[v] = lanesAt<lanes> (frames + v * lanes);
+
+#pragma GCC unroll 24
+        for (int k = order; k > 0; --k)
+        {
+            const Vector known = lanesAt<lanes> (results - k * lanes);
+
+            for (int v = 0; v < vectorCount; ++v)
+                values[v] -= lanesAt<lanes> (coefficients + (framesAtOnce + k) * channelCount + v * lanes) * known;
+        }
+
+        Vector finished[framesAtOnce];
+        repeat<channelCount, lanes, 0> (values[0], finished[0]);
+        repeat<channelCount, lanes, 1 % framesPerVector * channelCount> (values[1 / framesPerVector], finished[1]);
+        repeat<channelCount, lanes, 2 % framesPerVector * channelCount> (values[2 / framesPerVector], finished[2]);
+        repeat<channelCount, lanes, 3 % framesPerVector * channelCount> (values[3 / framesPerVector], finished[3]);
+
+#pragma GCC unroll 4
+        for (int frame = 0; frame < framesAtOnce; ++frame)
+        {
+#pragma GCC unroll 4
+            for (int k = frame; k > 0; --k)
+                finished[frame] -= coefficients[(framesAtOnce + k) * channelCount] * finished[frame - k];
+
+            lanesAt<lanes> (results + frame * lanes) = finished[frame];
+
+            for (int c = 0; c < channelCount; ++c)
+                frames[frame * channelCount + c] = finished[frame][c];
+        }
     }
 
-    for (int v = 0; v < vectorCount; ++v)
-        lanesAt<lanes> (frames + v * lanes) = values[v];
+private:
+    using Vector = typename SimdLanes<lanes>::Vector;
+    static constexpr int vectorCount = framesAtOnce * channelCount / lanes;
+    static constexpr int framesPerVector = lanes / channelCount;
 
-    for (int frame = 1; frame < framesAtOnce; ++frame)
-        for (int k = frame; k > 0; --k)
-            for (int c = 0; c < channelCount; ++c)
-                frames[frame * channelCount + c] -=
-                    table.recursive[static_cast<std::size_t> (k)] * frames[(frame - k) * channelCount + c];
-}
+    const double* coefficients;
+};
 
 template <int order, int channelCount, int lanes>
-SOLVANE_ALWAYS_INLINE void runFrames (const RateFilterTable& table, double* frames, int frameCount) noexcept
+SOLVANE_ALWAYS_INLINE void
+runFrames (const RateFilterTable& table, double* frames, int frameCount, RecursionState* const* states) noexcept
 {
-    auto frame = 0;
+    const FourFrames<order, channelCount, lanes> fourFrames (table);
+    alignas (64) double storage[extent ((pastFrames + framesPerRun) * lanes)];
+    auto* results = storage + pastFrames * lanes;
 
-    for (; frame + framesAtOnce <= frameCount; frame += framesAtOnce)
-        runFourFrames<order, channelCount, lanes> (table, frames + frame * channelCount);
+    for (int i = 0; i < pastFrames; ++i)
+        for (int lane = 0; lane < lanes; ++lane)
+            storage[i * lanes + lane] = (*states[lane % channelCount])[extent (i)];
 
-    for (; frame < frameCount; ++frame)
-        runFrame<order, channelCount> (table, frames + frame * channelCount);
+    auto done = 0;
+
+    while (done < frameCount)
+    {
+        if (results == storage + (pastFrames + framesPerRun) * lanes)
+        {
+            std::memcpy (storage, results - pastFrames * lanes, sizeof (double) * extent (pastFrames * lanes));
+            results = storage + pastFrames * lanes;
+        }
+
+        // The last step may run over frames behind the end; what is not kept there is not looked at again.
+        const auto kept = std::min (framesAtOnce, frameCount - done);
+        auto* group = frames + done * channelCount;
+
+        if (kept == framesAtOnce)
+        {
+            fourFrames.run (group, results);
+        }
+        else
+        {
+            double padded[extent (framesAtOnce * channelCount)] {};
+            std::copy_n (group, kept * channelCount, padded);
+            fourFrames.run (padded, results);
+            std::copy_n (padded, kept * channelCount, group);
+        }
+
+        results += kept * lanes;
+        done += kept;
+    }
+
+    for (int i = 0; i < pastFrames; ++i)
+        for (int c = 0; c < channelCount; ++c)
+            (*states[c])[extent (i)] = results[(i - pastFrames) * lanes + c];
 }
 
 template <int lanes>
-SOLVANE_ALWAYS_INLINE void
-runAny (const RateFilterTable& table, double* frames, int channelCount, int frameCount) noexcept
+SOLVANE_ALWAYS_INLINE void runAny (const RateFilterTable& table,
+                                   double* frames,
+                                   int frameCount,
+                                   RecursionState* const* states,
+                                   int channelCount) noexcept
 {
-    constexpr auto singleLanes = lanes < framesAtOnce ? lanes : framesAtOnce;
+    constexpr auto singleLanes = std::min (lanes, framesAtOnce);
 
     if (table.order == 24)
     {
         if (channelCount == 2)
-            runFrames<24, 2, lanes> (table, frames, frameCount);
+            runFrames<24, 2, lanes> (table, frames, frameCount, states);
         else
-            runFrames<24, 1, singleLanes> (table, frames, frameCount);
+            runFrames<24, 1, singleLanes> (table, frames, frameCount, states);
     }
     else
     {
         if (channelCount == 2)
-            runFrames<16, 2, lanes> (table, frames, frameCount);
+            runFrames<16, 2, lanes> (table, frames, frameCount, states);
         else
-            runFrames<16, 1, singleLanes> (table, frames, frameCount);
+            runFrames<16, 1, singleLanes> (table, frames, frameCount, states);
     }
 }
 
 #if SOLVANE_HAS_FUNCTION_VERSIONS
-SOLVANE_TARGET_V3 void runV3 (const RateFilterTable& table, double* frames, int channelCount, int frameCount) noexcept
+SOLVANE_TARGET_V3 void runV3 (const RateFilterTable& table,
+                              double* frames,
+                              int frameCount,
+                              RecursionState* const* states,
+                              int channelCount) noexcept
 {
-    runAny<4> (table, frames, channelCount, frameCount);
+    runAny<4> (table, frames, frameCount, states, channelCount);
 }
 
-SOLVANE_TARGET_V4 void runV4 (const RateFilterTable& table, double* frames, int channelCount, int frameCount) noexcept
+SOLVANE_TARGET_V4 void runV4 (const RateFilterTable& table,
+                              double* frames,
+                              int frameCount,
+                              RecursionState* const* states,
+                              int channelCount) noexcept
 {
-    runAny<8> (table, frames, channelCount, frameCount);
+    runAny<8> (table, frames, frameCount, states, channelCount);
 }
 #endif
 } // namespace
 
-void runRecursion (const RateFilterTable& table, double* frames, int channelCount, int frameCount) noexcept
+void runRecursion (const RateFilterTable& table,
+                   double* frames,
+                   int frameCount,
+                   RecursionState* const* states,
+                   int channelCount) noexcept
 {
 #if SOLVANE_HAS_FUNCTION_VERSIONS
     switch (simdLevel())
     {
         case SimdLevel::v4:
-            return runV4 (table, frames, channelCount, frameCount);
+            return runV4 (table, frames, frameCount, states, channelCount);
         case SimdLevel::v3:
-            return runV3 (table, frames, channelCount, frameCount);
+            return runV3 (table, frames, frameCount, states, channelCount);
         case SimdLevel::baseline:
             break;
     }
 #endif
 
-    runAny<2> (table, frames, channelCount, frameCount);
+    runAny<2> (table, frames, frameCount, states, channelCount);
 }
