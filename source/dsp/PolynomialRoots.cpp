@@ -1,5 +1,8 @@
 #include "dsp/PolynomialRoots.h"
 
+#include "dsp/PolynomialDeflation.h"
+#include "dsp/ZeroRefinement.h"
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -39,31 +42,6 @@ std::pair<Zero, Zero> zerosOf (double u, double v) noexcept
 
     const auto larger = half + std::copysign (std::sqrt (discriminant), half);
     return { { larger != 0.0 ? v / larger : 0.0, 0.0 }, { larger, 0.0 } };
-}
-
-Zero reciprocal (Zero z) noexcept
-{
-    return std::conj (z) / std::norm (z);
-}
-
-/** A polynomial and its derivative at one point. */
-struct ValueAndSlope
-{
-    Zero value;
-    Zero slope;
-};
-
-ValueAndSlope evaluate (std::span<const double> coefficients, Zero at) noexcept
-{
-    ValueAndSlope result { coefficients[0], 0.0 };
-
-    for (const auto coefficient : coefficients.subspan (1))
-    {
-        result.slope = result.slope * at + result.value;
-        result.value = result.value * at + coefficient;
-    }
-
-    return result;
 }
 
 /** Divides by x^2 + u x + v. The last two entries of `quotient` are the remainder's slope and offset. */
@@ -127,6 +105,7 @@ bool PolynomialRoots::find (std::span<const double> coefficients) noexcept
     for (auto remaining = coefficients.end() - last; remaining > 0; --remaining)
         append (0.0);
 
+    strippedCount = foundCount;
     takeCoefficients (stripped.first (static_cast<std::size_t> (last - first)));
     angle = startAngle;
 
@@ -135,7 +114,7 @@ bool PolynomialRoots::find (std::span<const double> coefficients) noexcept
             return false;
 
     takeRest();
-    return settleAll();
+    return ZeroRefinement (givenPolynomial()).settle (foundZeros());
 }
 
 void PolynomialRoots::takeCoefficients (std::span<const double> coefficients) noexcept
@@ -547,9 +526,9 @@ bool PolynomialRoots::isZeroPair (const Quadratic& sigma, const Zero& zero, doub
 
 void PolynomialRoots::takeLinear (double zero) noexcept
 {
-    const auto improved = improve (zero, false).real();
+    const auto improved = refined (zero, false).real();
     append (improved);
-    deflate (improved);
+    degree = divideOut (currentPolynomial(), improved).size() - 1;
 }
 
 void PolynomialRoots::takeQuadratic (const Quadratic& sigma) noexcept
@@ -558,10 +537,10 @@ void PolynomialRoots::takeQuadratic (const Quadratic& sigma) noexcept
 
     if (first.imag() != 0.0)
     {
-        const auto improved = improve (first, true);
+        const auto improved = refined (first, true);
         append (improved);
         append (std::conj (improved));
-        deflate (Quadratic { -2.0 * improved.real(), std::norm (improved) });
+        degree = divideOut (currentPolynomial(), -2.0 * improved.real(), std::norm (improved)).size() - 1;
     }
     else
     {
@@ -578,203 +557,7 @@ void PolynomialRoots::takeRest() noexcept
         takeLinear (-p[1]);
 }
 
-/** Newton's steps on the polynomial as given, divided by the zeros that are known, kept while they bring its value
-   down.
-
-    The deflated polynomial shows about where a zero is; the given one tells exactly, and the division (by Maehly's
-    formula, without computing it) keeps the steps from falling back to a zero that was taken before. */
-PolynomialRoots::Zero PolynomialRoots::improve (Zero zero, bool repelConjugate) const noexcept
+PolynomialRoots::Zero PolynomialRoots::refined (Zero zero, bool repelConjugate) noexcept
 {
-    constexpr int maxSteps = 8;
-    auto here = evaluate (givenPolynomial(), zero);
-
-    for (int step = 0; step < maxSteps; ++step)
-    {
-        auto repulsion = repulsionAt (zero, foundCount);
-
-        if (repelConjugate)
-            repulsion += reciprocal (Zero { 0.0, 2.0 * zero.imag() });
-
-        const auto newton = here.value / here.slope;
-        const auto moved = zero - newton / (1.0 - newton * repulsion);
-        const auto there = evaluate (givenPolynomial(), moved);
-
-        if (! (std::abs (there.value) < std::abs (here.value)))
-            break;
-
-        zero = moved;
-        here = there;
-    }
-
-    return zero;
-}
-
-/** Sum of the reciprocal distances to all zeros that were found, but for one of them and for those at 0, which the
-   given polynomial does not have. */
-PolynomialRoots::Zero PolynomialRoots::repulsionAt (Zero point, std::size_t leftOut) const noexcept
-{
-    Zero sum {};
-
-    for (std::size_t index = 0; index < foundCount; ++index)
-        if (index != leftOut && found[index] != Zero {})
-            sum += reciprocal (point - found[index]);
-
-    return sum;
-}
-
-/** Brings those zeros home that the deflated polynomial has shown in a wrong place. What is left of a polynomial after
-    many deflations may be far worse conditioned than the polynomial was: zeros on an arc of a circle are, zeros all
-    around it are not. Here all zeros move on the given polynomial and repel one another (O. Aberth, "Iteration methods
-    for finding all zeros of a polynomial simultaneously", 1973). */
-bool PolynomialRoots::settleAll() noexcept
-{
-    constexpr int maxSweeps = 60;
-    constexpr int firstFreeSweep = 4;
-
-    for (int sweep = 0; sweep < maxSweeps; ++sweep)
-    {
-        auto settled = true;
-
-        for (std::size_t index = 0; index < foundCount; ++index)
-        {
-            auto& zero = found[index];
-            const auto repeated = repeatsSimpleZero (index);
-
-            if (! repeated && isZero (zero))
-                continue;
-
-            settled = false;
-
-            if (repeated)
-                zero *= std::polar (1.05, 0.5);
-
-            // Zeros on the real axis never leave it by themselves, nor do conjugates part.
-            if (sweep == firstFreeSweep)
-                zero *= std::polar (1.0, 0.01 * static_cast<double> (index + 1));
-
-            const auto here = evaluate (givenPolynomial(), zero);
-            const auto newton = here.value / here.slope;
-            const auto moved = zero - newton / (1.0 - newton * repulsionAt (zero, index));
-
-            // A step may lead so far away that the polynomial overflows: back to the circle, another way round.
-            const auto usable = std::isfinite (std::abs (moved));
-            zero = usable
-                       ? moved
-                       : std::polar (1.0, static_cast<double> (index + foundCount * static_cast<std::size_t> (sweep)));
-        }
-
-        if (settled)
-            return true;
-    }
-
-    return false;
-}
-
-/** Whether an earlier zero lies in the same place although the given polynomial crosses 0 there only once. */
-bool PolynomialRoots::repeatsSimpleZero (std::size_t index) const noexcept
-{
-    constexpr double samePlace = 1e-9;
-    constexpr double nearby = 1e-7;
-
-    const auto zero = found[index];
-    const auto modulus = std::abs (zero);
-    const auto isSame = [&] (const Zero& other) { return std::abs (zero - other) <= samePlace * modulus; };
-
-    if (zero == Zero {} || std::none_of (found.begin(), found.begin() + static_cast<std::ptrdiff_t> (index), isSame))
-        return false;
-
-    return std::abs (evaluate (givenPolynomial(), zero).slope) * nearby * modulus > roundingErrorAt (modulus);
-}
-
-/** Whether the given polynomial's value there is no more than rounding may leave. Zeros at 0 were stripped before. */
-bool PolynomialRoots::isZero (Zero point) const noexcept
-{
-    if (point == Zero {})
-        return true;
-
-    const auto value = std::abs (evaluate (givenPolynomial(), point).value);
-    return std::isfinite (value) && value <= roundingErrorAt (std::abs (point));
-}
-
-double PolynomialRoots::roundingErrorAt (double modulus) const noexcept
-{
-    constexpr double relativeError = 1e-13;
-    auto size = 0.0;
-
-    for (const auto coefficient : givenPolynomial())
-        size = size * modulus + std::abs (coefficient);
-
-    return relativeError * size;
-}
-
-/** Divides a zero out, downwards from the highest power as far as its largest term and upwards from the lowest to
-   there. Either direction alone is stable for the smallest or the largest zeros only (G. Peters and J. H. Wilkinson,
-    "Practical problems arising in the solution of polynomial equations", 1971). */
-void PolynomialRoots::deflate (double zero) noexcept
-{
-    const auto n = degree--;
-
-    if (zero == 0.0)
-        return;
-
-    const auto join = largestTerm (n, std::abs (zero));
-    auto above = p[n];
-    p[n] = 0.0;
-
-    for (std::size_t i = 1; i < join; ++i)
-        p[i] += zero * p[i - 1];
-
-    auto next = 0.0;
-
-    for (auto i = n; i > join; --i)
-    {
-        const auto quotient = (next - above) / zero;
-        above = p[i - 1];
-        p[i - 1] = quotient;
-        next = quotient;
-    }
-}
-
-void PolynomialRoots::deflate (const Quadratic& sigma) noexcept
-{
-    const auto n = degree;
-    degree -= 2;
-
-    const auto join = std::min (largestTerm (n, std::sqrt (sigma.v)), n - 1);
-    std::copy_n (p.begin(), n + 1, quotientP.begin());
-
-    for (std::size_t i = 1; i < join; ++i)
-        p[i] -= sigma.u * p[i - 1] + (i > 1 ? sigma.v * p[i - 2] : 0.0);
-
-    auto next = 0.0;
-    auto afterNext = 0.0;
-
-    for (auto i = n - 1; i > join; --i)
-    {
-        const auto quotient = (quotientP[i + 1] - afterNext - sigma.u * next) / sigma.v;
-        p[i - 1] = quotient;
-        afterNext = next;
-        next = quotient;
-    }
-}
-
-/** Index of the largest term of P at a point of this modulus, at least 1 so that P stays monic. */
-std::size_t PolynomialRoots::largestTerm (std::size_t n, double modulus) const noexcept
-{
-    std::size_t best = n;
-    auto largest = 0.0;
-    auto power = 1.0;
-
-    for (auto i = n; i > 0; --i, power *= modulus)
-    {
-        const auto term = std::abs (p[i]) * power;
-
-        if (term > largest)
-        {
-            largest = term;
-            best = i;
-        }
-    }
-
-    return best;
+    return ZeroRefinement (givenPolynomial()).improve (zero, foundZeros(), repelConjugate);
 }

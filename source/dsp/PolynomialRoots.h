@@ -91,21 +91,22 @@ private:
     void takeLinear (double zero) noexcept;
     void takeQuadratic (const Quadratic& sigma) noexcept;
     void takeRest() noexcept;
-    [[nodiscard]] Zero improve (Zero zero, bool repelConjugate) const noexcept;
-    void deflate (double zero) noexcept;
-    void deflate (const Quadratic& sigma) noexcept;
-    [[nodiscard]] std::size_t largestTerm (std::size_t n, double modulus) const noexcept;
-    [[nodiscard]] Zero repulsionAt (Zero point, std::size_t leftOut) const noexcept;
-    [[nodiscard]] bool repeatsSimpleZero (std::size_t index) const noexcept;
-    [[nodiscard]] double roundingErrorAt (double modulus) const noexcept;
-    [[nodiscard]] bool isZero (Zero point) const noexcept;
-    [[nodiscard]] bool settleAll() noexcept;
+    [[nodiscard]] Zero refined (Zero zero, bool repelConjugate) noexcept;
+
     [[nodiscard]] std::span<const double> givenPolynomial() const noexcept { return { given.data(), givenDegree + 1 }; }
+    [[nodiscard]] std::span<double> currentPolynomial() noexcept { return { p.data(), degree + 1 }; }
+
+    /** Those of the given polynomial: without the zeros at 0, which were stripped. */
+    [[nodiscard]] std::span<Zero> foundZeros() noexcept
+    {
+        return std::span { found }.subspan (strippedCount, foundCount - strippedCount);
+    }
 
     std::size_t maxDegree;
     std::size_t degree = 0;
     std::size_t givenDegree = 0;
     std::size_t foundCount = 0;
+    std::size_t strippedCount = 0;
     double angle = 0.0;
 
     // All polynomials have the highest power first; p is monic and k has one degree less.
