@@ -1,11 +1,11 @@
 #include "dsp/BandFilterBank.h"
 
-#include "dsp/FunctionVersions.h"
+#include "dsp/SimdLanes.h"
+#include "dsp/SimdLevel.h"
 #include "dsp/VariableQ2ndOrder.h"
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 
 namespace orvik
 {
@@ -24,161 +24,213 @@ constexpr std::array<double, sectionCount> sectionQs { 0.5411961, 1.306563, 0.54
 constexpr int tileLength = 64;
 using Tile = std::array<std::array<float, bandCount>, static_cast<std::size_t> (tileLength)>;
 
-using Half = double __attribute__ ((vector_size (4 * sizeof (double))));
-using Full = double __attribute__ ((vector_size (8 * sizeof (double))));
-using HalfSingle = float __attribute__ ((vector_size (4 * sizeof (float))));
-
-template <typename Vector>
-[[gnu::always_inline]] inline void load (Vector& vector, const BandFilterBank::Lanes& lanes) noexcept
+/** Frames of the channels that fill the lanes from `firstLane` on. `right` is read only where the lanes span both. */
+struct BankJob
 {
-    std::memcpy (&vector, lanes.data(), sizeof (Vector));
-}
-
-template <typename Vector>
-[[gnu::always_inline]] inline void store (BandFilterBank::Lanes& lanes, const Vector& vector) noexcept
-{
-    std::memcpy (lanes.data(), &vector, sizeof (Vector));
-}
-
-[[gnu::always_inline]] inline void spread (Full& vector, double left, double right) noexcept
-{
-    vector = Full { left, left, left, left, right, right, right, right };
-}
-
-[[gnu::always_inline]] inline void spread (Half& vector, double left, double) noexcept
-{
-    vector = Half { left, left, left, left };
-}
-
-/** Rounds to single precision and doubles, which makes good the filters' loss at the centre. Doubling first would give
-    the same bits: only a value whose square is nothing could tell the difference. */
-[[gnu::always_inline]] inline void powersOf (const Half& output, HalfSingle& powers) noexcept
-{
-    const auto rounded = __builtin_convertvector (output, HalfSingle);
-    const auto restored = rounded + rounded;
-    powers = restored * restored;
-}
-
-[[gnu::always_inline]] inline void powersOf (const Full& output, HalfSingle& powers) noexcept
-{
-    HalfSingle left;
-    HalfSingle right;
-    powersOf (__builtin_shufflevector (output, output, 0, 1, 2, 3), left);
-    powersOf (__builtin_shufflevector (output, output, 4, 5, 6, 7), right);
-    powers = left + right;
-}
-
-/** One section in registers. */
-template <typename Vector>
-struct Running
-{
-    Vector b0, a1, a2, p1, p2, y1, y2;
+    Sections& sections;
+    std::size_t firstLane;
+    const float* left;
+    const float* right;
+    Tile& powers;
+    int count;
 };
 
-template <bool isLowPass, typename Vector>
-[[gnu::always_inline]] inline void step (Running<Vector>& section, const Vector& sample, Vector& output) noexcept
-{
-    const Vector scaled = sample * section.b0;
-    const Vector twice = section.p1 + section.p1;
-    const Vector numerator = (isLowPass ? scaled + twice : scaled - twice) + section.p2;
-    section.p2 = section.p1;
-    section.p1 = scaled;
-    output = numerator - section.y1 * section.a1 - section.y2 * section.a2;
-    section.y2 = section.y1;
-    section.y1 = output;
-}
+template <int lanes>
+using Vector = typename SimdLanes<lanes>::Vector;
 
-/** The body of both versions below; the channels of one frame fill the vector. Each section works one frame behind the
-    one before it: the four of a turn then do not wait for each other, which is worth more than the wide vector. */
-template <typename Vector>
-[[gnu::always_inline]] inline void
-    run (Sections& sections, const float* left, const float* right, Tile& tile, int count) noexcept
-{
-    Running<Vector> running[sectionCount];
+template <int lanes>
+using SingleVector [[gnu::vector_size (extent (lanes) * sizeof (float))]] = float;
 
-#pragma GCC unroll 4
-    for (std::size_t s = 0; s < sectionCount; ++s)
+/** The same at any address of a float. */
+template <int lanes>
+using SingleInMemory [[gnu::vector_size (extent (lanes) * sizeof (float)), gnu::aligned (4), gnu::may_alias]] = float;
+
+/** One section in registers. */
+template <int lanes>
+struct Running
+{
+    SOLVANE_ALWAYS_INLINE void load (const BandFilterBank::Section& section, std::size_t firstLane) noexcept
     {
-        load (running[s].b0, sections[s].b0);
-        load (running[s].a1, sections[s].a1);
-        load (running[s].a2, sections[s].a2);
-        load (running[s].p1, sections[s].p1);
-        load (running[s].p2, sections[s].p2);
-        load (running[s].y1, sections[s].y1);
-        load (running[s].y2, sections[s].y2);
+        b0 = lanesAt<lanes> (section.b0.data() + firstLane);
+        a1 = lanesAt<lanes> (section.a1.data() + firstLane);
+        a2 = lanesAt<lanes> (section.a2.data() + firstLane);
+        p1 = lanesAt<lanes> (section.p1.data() + firstLane);
+        p2 = lanesAt<lanes> (section.p2.data() + firstLane);
+        y1 = lanesAt<lanes> (section.y1.data() + firstLane);
+        y2 = lanesAt<lanes> (section.y2.data() + firstLane);
     }
 
-    constexpr int lag = static_cast<int> (sectionCount) - 1;
-    Vector first {}, second {}, third {}, last {};
-
-    const auto take = [&] (int frame) [[gnu::always_inline]]
+    SOLVANE_ALWAYS_INLINE void store (BandFilterBank::Section& section, std::size_t firstLane) const noexcept
     {
-        Vector sample;
-        spread (sample, static_cast<double> (left[frame]), static_cast<double> (right[frame]));
-        step<true> (running[0], sample, first);
-    };
+        lanesAt<lanes> (section.p1.data() + firstLane) = p1;
+        lanesAt<lanes> (section.p2.data() + firstLane) = p2;
+        lanesAt<lanes> (section.y1.data() + firstLane) = y1;
+        lanesAt<lanes> (section.y2.data() + firstLane) = y2;
+    }
 
-    const auto give = [&] (int frame) [[gnu::always_inline]]
+    template <bool isLowPass>
+    SOLVANE_ALWAYS_INLINE void step (const Vector<lanes>& sample, Vector<lanes>& output) noexcept
     {
-        step<false> (running[3], third, last);
-        HalfSingle powers;
-        powersOf (last, powers);
-        std::memcpy (tile[static_cast<std::size_t> (frame)].data(), &powers, sizeof (powers));
-    };
+        const Vector<lanes> scaled = sample * b0;
+        const Vector<lanes> twice = p1 + p1;
+        const Vector<lanes> numerator = (isLowPass ? scaled + twice : scaled - twice) + p2;
+        p2 = p1;
+        p1 = scaled;
+        output = numerator - y1 * a1 - y2 * a2;
+        y2 = y1;
+        y1 = output;
+    }
 
-    int turn = 0;
+    Vector<lanes> b0, a1, a2, p1, p2, y1, y2;
+};
 
-    for (; turn < std::min (lag, count + lag); ++turn)
+/** The four sections in a row. Each works one frame behind the one before it: the four of a turn then do not wait for
+    each other, which counts for more than the width of the vector. */
+template <int lanes>
+class Pipeline
+{
+public:
+    explicit SOLVANE_ALWAYS_INLINE Pipeline (const BankJob& newJob) noexcept : job (newJob)
     {
-        if (turn >= 2 && turn - 2 < count)
-            step<false> (running[2], second, third);
+        for (std::size_t s = 0; s < sectionCount; ++s)
+            sections[s].load (job.sections[s], job.firstLane);
+    }
 
-        if (turn >= 1 && turn - 1 < count)
-            step<true> (running[1], first, second);
+    SOLVANE_ALWAYS_INLINE void run() noexcept
+    {
+        constexpr int lag = static_cast<int> (sectionCount) - 1;
+        const auto fill = std::min (lag, job.count);
+        int turn = 0;
 
-        if (turn < count)
+        for (; turn < fill; ++turn)
+            turnAtTheEnds (turn);
+
+        for (; turn < job.count; ++turn)
+        {
+            give (turn - lag);
+            sections[2].template step<false> (second, third);
+            sections[1].template step<true> (first, second);
+            take (turn);
+        }
+
+        for (; turn < job.count + lag; ++turn)
+            turnAtTheEnds (turn);
+
+        for (std::size_t s = 0; s < sectionCount; ++s)
+            sections[s].store (job.sections[s], job.firstLane);
+    }
+
+private:
+    [[nodiscard]] SOLVANE_ALWAYS_INLINE bool isFrame (int index) const noexcept
+    {
+        return index >= 0 && index < job.count;
+    }
+
+    /** Leaves out the sections that have no frame yet, or none any more. */
+    SOLVANE_ALWAYS_INLINE void turnAtTheEnds (int turn) noexcept
+    {
+        if (isFrame (turn - 3))
+            give (turn - 3);
+
+        if (isFrame (turn - 2))
+            sections[2].template step<false> (second, third);
+
+        if (isFrame (turn - 1))
+            sections[1].template step<true> (first, second);
+
+        if (isFrame (turn))
             take (turn);
     }
 
-    for (; turn < count; ++turn)
+    SOLVANE_ALWAYS_INLINE void take (int frame) noexcept
     {
-        give (turn - lag);
-        step<false> (running[2], second, third);
-        step<true> (running[1], first, second);
-        take (turn);
+        const auto left = static_cast<double> (job.left[frame]);
+        Vector<lanes> sample;
+
+        if constexpr (lanes == BandFilterBank::laneCount)
+        {
+            const auto right = static_cast<double> (job.right[frame]);
+            sample = Vector<lanes> { left, left, left, left, right, right, right, right };
+        }
+        else
+        {
+            sample = left - Vector<lanes> {};
+        }
+
+        sections[0].template step<true> (sample, first);
     }
 
-    for (; turn < count + lag; ++turn)
+    /** Rounds to single precision and doubles, which makes good the filters' loss at the centre. Doubling first would
+        give the same bits: only a value whose square is nothing could tell the difference. */
+    SOLVANE_ALWAYS_INLINE void give (int frame) noexcept
     {
-        give (turn - lag);
+        Vector<lanes> output;
+        sections[3].template step<false> (third, output);
 
-        if (turn - 2 < count)
-            step<false> (running[2], second, third);
+        const auto rounded = __builtin_convertvector(output, SingleVector<lanes>);
+        const auto restored = rounded + rounded;
+        const auto squares = restored * restored;
+        auto* row = powers + static_cast<std::size_t> (frame) * bandCount;
 
-        if (turn - 1 < count)
-            step<true> (running[1], first, second);
+        if constexpr (lanes == BandFilterBank::laneCount)
+        {
+            const auto both = __builtin_shufflevector (squares, squares, 0, 1, 2, 3)
+                              + __builtin_shufflevector (squares, squares, 4, 5, 6, 7);
+            *reinterpret_cast<SingleInMemory<static_cast<int> (bandCount)>*> (row) += both;
+        }
+        else
+        {
+            *reinterpret_cast<SingleInMemory<lanes>*> (row) += squares;
+        }
     }
 
-#pragma GCC unroll 4
-    for (std::size_t s = 0; s < sectionCount; ++s)
-    {
-        store (sections[s].p1, running[s].p1);
-        store (sections[s].p2, running[s].p2);
-        store (sections[s].y1, running[s].y1);
-        store (sections[s].y2, running[s].y2);
-    }
+    const BankJob job;
+    float* powers = job.powers[0].data() + job.firstLane % bandCount;
+    Running<lanes> sections[sectionCount];
+    Vector<lanes> first {}, second {}, third {};
+};
+
+void runBaseline (const BankJob& job) noexcept
+{
+    Pipeline<2> (job).run();
 }
 
-SOLVANE_FUNCTION_VERSIONS
-void runStereo (Sections& sections, const float* left, const float* right, Tile& tile, int count) noexcept
+#if SOLVANE_HAS_FUNCTION_VERSIONS
+SOLVANE_TARGET_V3 void runV3 (const BankJob& job) noexcept
 {
-    run<Full> (sections, left, right, tile, count);
+    Pipeline<4> (job).run();
 }
 
-SOLVANE_FUNCTION_VERSIONS
-void runMono (Sections& sections, const float* left, Tile& tile, int count) noexcept
+SOLVANE_TARGET_V4 void runV4 (const BankJob& job) noexcept
 {
-    run<Half> (sections, left, left, tile, count);
+    Pipeline<8> (job).run();
+}
+#endif
+
+/** Runs one channel, whose four lanes start at `firstLane`. */
+void runChannel (Sections& sections, std::size_t firstLane, const float* samples, Tile& powers, int count) noexcept
+{
+#if SOLVANE_HAS_FUNCTION_VERSIONS
+    if (simdLevel() != SimdLevel::baseline)
+        return runV3 ({ sections, firstLane, samples, nullptr, powers, count });
+#endif
+
+    for (std::size_t lane = 0; lane < bandCount; lane += 2)
+        runBaseline ({ sections, firstLane + lane, samples, nullptr, powers, count });
+}
+
+/** Adds the powers of one channel, or of both, to the tile. */
+void runBank (Sections& sections, const float* left, const float* right, Tile& powers, int count) noexcept
+{
+#if SOLVANE_HAS_FUNCTION_VERSIONS
+    if (simdLevel() == SimdLevel::v4 && right != nullptr)
+        return runV4 ({ sections, 0, left, right, powers, count });
+#endif
+
+    runChannel (sections, 0, left, powers, count);
+
+    if (right != nullptr)
+        runChannel (sections, bandCount, right, powers, count);
 }
 
 bool isFinite (const Sections& sections) noexcept
@@ -237,10 +289,8 @@ void BandFilterBank::process (const float* left,
     {
         const auto frames = std::min (count - start, tileLength);
 
-        if (right != nullptr)
-            runStereo (sections, left + start, right + start, tile, frames);
-        else
-            runMono (sections, left + start, tile, frames);
+        tile = {};
+        runBank (sections, left + start, right != nullptr ? right + start : nullptr, tile, frames);
 
         for (std::size_t band = 0; band < powers.size(); ++band)
             for (int i = 0; i < frames; ++i)

@@ -1,5 +1,6 @@
 #include "dsp/BandFilterBank.h"
 #include "dsp/VariableQ2ndOrder.h"
+#include "support/SimdLevels.h"
 
 #include <gtest/gtest.h>
 
@@ -71,7 +72,14 @@ std::array<float*, BandFilterBank::bandCount> pointersTo (Rows& rows, int offset
     return { rows[0].data() + offset, rows[1].data() + offset, rows[2].data() + offset, rows[3].data() + offset };
 }
 
-TEST (BandFilterBankTest, equalsSectionsOneAfterTheOtherToTheBit)
+class BandFilterBankLevelTest : public testing::TestWithParam<SimdLevel>
+{
+    ScopedSimdLevel level { GetParam() };
+};
+
+INSTANTIATE_TEST_SUITE_P (Levels, BandFilterBankLevelTest, testing::ValuesIn (availableSimdLevels()), simdLevelName);
+
+TEST_P (BandFilterBankLevelTest, equalsSectionsOneAfterTheOtherToTheBit)
 {
     constexpr int count = 5000;
     const auto left = noise (1, count);
@@ -112,31 +120,35 @@ class BandLengthTest : public testing::TestWithParam<int>
 {
 };
 
-TEST_P (BandLengthTest, givesTheSameBitsForAnyBlockLength)
+TEST_P (BandLengthTest, givesTheSameBitsForAnyBlockLengthAndOnEveryLevel)
 {
-    constexpr int count = 600;
-    const auto left = noise (4, count);
-    const auto right = noise (5, count);
-    BandFilterBank whole;
-    BandFilterBank split;
-    whole.prepare (centresHz, rate);
-    split.prepare (centresHz, rate);
-    auto expected = rowsFor (count);
-    auto actual = rowsFor (count);
-    whole.process (left.data(), right.data(), pointersTo (expected), count);
+    for (const auto simdLevel : availableSimdLevels())
+    {
+        const ScopedSimdLevel level (simdLevel);
+        constexpr int count = 600;
+        const auto left = noise (4, count);
+        const auto right = noise (5, count);
+        BandFilterBank whole;
+        BandFilterBank split;
+        whole.prepare (centresHz, rate);
+        split.prepare (centresHz, rate);
+        auto expected = rowsFor (count);
+        auto actual = rowsFor (count);
+        whole.process (left.data(), right.data(), pointersTo (expected), count);
 
-    for (int start = 0; start < count; start += GetParam())
-        split.process (left.data() + start,
-                       right.data() + start,
-                       pointersTo (actual, start),
-                       std::min (GetParam(), count - start));
+        for (int start = 0; start < count; start += GetParam())
+            split.process (left.data() + start,
+                           right.data() + start,
+                           pointersTo (actual, start),
+                           std::min (GetParam(), count - start));
 
-    EXPECT_EQ (actual, expected);
+        EXPECT_EQ (actual, expected);
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P (Lengths, BandLengthTest, testing::Values (1, 2, 3, 4, 5, 7, 63, 64, 65, 128, 599));
 
-TEST (BandFilterBankTest, aBlockOfNothingChangesNothing)
+TEST_P (BandFilterBankLevelTest, aBlockOfNothingChangesNothing)
 {
     BandFilterBank bank;
     bank.prepare (centresHz, rate);
@@ -197,7 +209,7 @@ TEST (BandFilterBankTest, bandsWithoutACentreAreSilent)
     EXPECT_EQ (rows[3], std::vector<float> (500));
 }
 
-TEST (BandFilterBankTest, clearForgetsThePast)
+TEST_P (BandFilterBankLevelTest, clearForgetsThePast)
 {
     BandFilterBank used;
     BandFilterBank fresh;
@@ -213,7 +225,7 @@ TEST (BandFilterBankTest, clearForgetsThePast)
     EXPECT_EQ (rows, expected);
 }
 
-TEST (BandFilterBankTest, recoversInTheNextBlockFromInputThatIsNotFinite)
+TEST_P (BandFilterBankLevelTest, recoversInTheNextBlockFromInputThatIsNotFinite)
 {
     for (const auto bad : { std::numeric_limits<float>::quiet_NaN(), std::numeric_limits<float>::infinity() })
     {
