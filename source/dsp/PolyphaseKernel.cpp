@@ -64,22 +64,30 @@ SOLVANE_ALWAYS_INLINE void storeTotals (const typename SimdLanes<lanes>::Vector*
     }
 }
 
-/** `outputCount` neighbouring outputs: a dot product each, whose coefficients are loaded once for all of them. */
+/** The products of neighbouring outputs, in as many sums for each. */
 template <int lanes, int factor, int channelCount, int outputCount>
-SOLVANE_ALWAYS_INLINE void
-decimateTile (const RateFilterTable& table, const double* const* input, double* output, int start) noexcept
+SOLVANE_ALWAYS_INLINE void addProducts (const RateFilterTable& table,
+                                        const double* const* oldest,
+                                        typename SimdLanes<lanes>::Vector* sums) noexcept
 {
     using Vector = typename SimdLanes<lanes>::Vector;
     constexpr auto step = std::max (lanes, factor);
     constexpr auto outputsPerStep = step / factor;
-    const double* oldest[extent (channelCount)];
-    Vector sums[extent (outputCount * channelCount)];
 
-    for (int c = 0; c < channelCount; ++c)
-        oldest[c] = input[c] + start * factor - (table.feedForwardCount - 1);
+    // Two lanes come with too few registers for a window, and with loads that seldom cross a cache line.
+    if constexpr (lanes == 2)
+    {
+        for (int k = 0; k < table.feedForwardCount; k += lanes)
+        {
+            const Vector coefficients = lanesAt<lanes> (table.decimating.data() + k);
 
-    for (auto& sum : sums)
-        sum = Vector {};
+            for (int i = 0; i < outputCount; ++i)
+                for (int c = 0; c < channelCount; ++c)
+                    sums[i * channelCount + c] += coefficients * lanesAt<lanes> (oldest[c] + i * factor + k);
+        }
+
+        return;
+    }
 
     for (int part = 0; part < step; part += lanes)
     {
@@ -107,6 +115,24 @@ decimateTile (const RateFilterTable& table, const double* const* input, double* 
             }
         }
     }
+}
+
+/** `outputCount` neighbouring outputs: a dot product each, whose coefficients are loaded once for all of them. */
+template <int lanes, int factor, int channelCount, int outputCount>
+SOLVANE_ALWAYS_INLINE void
+decimateTile (const RateFilterTable& table, const double* const* input, double* output, int start) noexcept
+{
+    using Vector = typename SimdLanes<lanes>::Vector;
+    const double* oldest[extent (channelCount)];
+    Vector sums[extent (outputCount * channelCount)];
+
+    for (int c = 0; c < channelCount; ++c)
+        oldest[c] = input[c] + start * factor - (table.feedForwardCount - 1);
+
+    for (auto& sum : sums)
+        sum = Vector {};
+
+    addProducts<lanes, factor, channelCount, outputCount> (table, oldest, sums);
 
     if constexpr (outputCount * channelCount % lanes == 0)
     {
