@@ -21,8 +21,8 @@ extern const RateFilterSection<16> rateFilterByEight;
 
     With c(z) the product of a(w z) over the factor's roots of unity w other than 1, a(z) c(z) holds powers of z^factor
     alone, so b(z) / a(z) = b(z) c(z) / d(z^factor) is a FIR at the host's rate and a recursion at the reduced rate. It
-   is the same transfer function, and none of it is split into sections; the product is formed at compile time in twice
-   the precision of a double. Decimation needs the FIR's kept samples alone, and in interpolation all but every
+    is the same transfer function, and none of it is split into sections; the product is formed at compile time in twice
+    the precision of a double. Decimation needs the FIR's kept samples alone, and in interpolation all but every
    factor-th of its inputs are zero.
 
     The reason is round-off. The section's own poles crowd so closely that the direct forms lose up to two thirds of a
