@@ -7,9 +7,8 @@
 
 namespace
 {
-/** Outputs of all channels that are summed at once: enough independent sums to hide the latency of an addition. */
-template <int channelCount>
-constexpr int vectorsAtOnce = 8 / channelCount;
+/** Vectors of outputs that are summed at once: enough independent sums to hide the latency of an addition. */
+constexpr int vectorsAtOnce = 8;
 
 template <int lanes, int channelCount, int vectorCount>
 struct Tile
@@ -73,72 +72,72 @@ struct FoldedOrder
     }
 };
 
-/** Takes the taps whose numbers leave the same remainder by the vector's width one after the other. Their inputs lie
-    whole vectors apart, so each vector that is loaded serves as many taps as the tile has vectors: with wide vectors,
-    nearly every load crosses a cache line, and loads would be the limit. */
-struct SlidingOrder
+/** Takes the taps whose numbers leave the same remainder by the vector's width one after the other, four at a time.
+    Their inputs lie whole vectors apart, so that a vector serves up to four sums once it is loaded: nearly every load
+    of a wide vector crosses a cache line, and loads would be the limit otherwise. */
+template <int tapsAtOnce>
+struct DiagonalOrder
 {
     template <int lanes, int channelCount, int vectorCount>
     static SOLVANE_ALWAYS_INLINE void add (const FirJob& job, Tile<lanes, channelCount, vectorCount>& tile) noexcept
     {
-        using Vector = typename SimdLanes<lanes>::Vector;
-
         for (int remainder = 0; remainder < std::min (lanes, job.tapCount); ++remainder)
         {
-            Vector window[extent (channelCount)][extent (vectorCount)];
-
-            for (int c = 0; c < channelCount; ++c)
-                for (int v = 0; v < vectorCount; ++v)
-                    window[c][v] = lanesAt<lanes> (tile.input[c] + v * lanes - remainder);
-
             auto k = remainder;
 
-            // The window turns in place: what the last vector of the tile has used up makes room for the next load.
-            for (; k + (vectorCount - 1) * lanes < job.tapCount; k += vectorCount * lanes)
-            {
-#pragma GCC unroll 8
-                for (int turn = 0; turn < vectorCount; ++turn)
-                {
-                    const auto tap = job.taps[k + turn * lanes];
-
-                    for (int c = 0; c < channelCount; ++c)
-                    {
-                        for (int v = 0; v < vectorCount; ++v)
-                            tile.sums[c][v] += tap * window[c][(v - turn + vectorCount) % vectorCount];
-
-                        window[c][vectorCount - 1 - turn] = lanesAt<lanes> (tile.input[c] - k - (turn + 1) * lanes);
-                    }
-                }
-            }
+            for (; k + (tapsAtOnce - 1) * lanes < job.tapCount; k += tapsAtOnce * lanes)
+                addGroup (job.taps + k, k, tile);
 
             for (; k < job.tapCount; k += lanes)
             {
                 const auto tap = job.taps[k];
 
                 for (int c = 0; c < channelCount; ++c)
-                {
                     for (int v = 0; v < vectorCount; ++v)
-                        tile.sums[c][v] += tap * window[c][v];
+                        tile.sums[c][v] += tap * lanesAt<lanes> (tile.input[c] + v * lanes - k);
+            }
+        }
+    }
 
-                    for (int v = vectorCount - 1; v > 0; --v)
-                        window[c][v] = window[c][v - 1];
+    /** Each sum takes its taps in the order of their numbers: what it needs for the next lies one vector earlier. */
+    template <int lanes, int channelCount, int vectorCount>
+    static SOLVANE_ALWAYS_INLINE void
+    addGroup (const double* taps, int k, Tile<lanes, channelCount, vectorCount>& tile) noexcept
+    {
+        using Vector = typename SimdLanes<lanes>::Vector;
+        double group[extent (tapsAtOnce)];
 
-                    window[c][0] = lanesAt<lanes> (tile.input[c] - k - lanes);
-                }
+        for (int t = 0; t < tapsAtOnce; ++t)
+            group[t] = taps[t * lanes];
+
+#pragma GCC unroll 16
+        for (int place = vectorCount - 1; place > -tapsAtOnce; --place)
+        {
+#pragma GCC unroll 2
+            for (int c = 0; c < channelCount; ++c)
+            {
+                Vector input = lanesAt<lanes> (tile.input[c] + place * lanes - k);
+                SOLVANE_KEEP_IN_REGISTER (input);
+
+#pragma GCC unroll 8
+                for (int t = 0; t < tapsAtOnce; ++t)
+                    if (place + t >= 0 && place + t < vectorCount)
+                        tile.sums[c][place + t] += group[t] * input;
             }
         }
     }
 };
 
-/** Fills `vectorCount` vectors of outputs from `start` on, of which `kept` samples are written. */
+/** Fills `vectorCount` vectors of outputs of the channels from `firstChannel` on, of which `kept` samples each are
+    written. */
 template <typename Order, int lanes, int channelCount, int vectorCount>
-SOLVANE_ALWAYS_INLINE void fillTile (const FirJob& job, int start, int kept) noexcept
+SOLVANE_ALWAYS_INLINE void fillTile (const FirJob& job, int firstChannel, int start, int kept) noexcept
 {
     Tile<lanes, channelCount, vectorCount> tile;
 
     for (int c = 0; c < channelCount; ++c)
     {
-        tile.input[c] = job.input[c] + start;
+        tile.input[c] = job.input[firstChannel + c] + start;
 
         for (int v = 0; v < vectorCount; ++v)
             tile.sums[c][v] = typename SimdLanes<lanes>::Vector {};
@@ -147,39 +146,31 @@ SOLVANE_ALWAYS_INLINE void fillTile (const FirJob& job, int start, int kept) noe
     Order::add (job, tile);
 
     for (int c = 0; c < channelCount; ++c)
-    {
-        auto* output = job.output[c] + start;
-
         for (int v = 0; v < vectorCount; ++v)
-            storeLanes<lanes> (tile.sums[c][v], output + v * lanes, kept - v * lanes);
-    }
+            storeLanes<lanes> (tile.sums[c][v], job.output[firstChannel + c] + start + v * lanes, kept - v * lanes);
 }
 
-template <typename Order, int lanes, int channelCount>
-SOLVANE_ALWAYS_INLINE void fillChannels (const FirJob& job) noexcept
-{
-    constexpr auto most = vectorsAtOnce<channelCount>;
-    auto start = 0;
-
-    for (; job.sampleCount - start >= most * lanes; start += most * lanes)
-        fillTile<Order, lanes, channelCount, most> (job, start, most * lanes);
-
-    // What remains is written from a tile that reads past the block.
-    const auto remaining = job.sampleCount - start;
-
-    if (remaining > most / 2 * lanes)
-        fillTile<Order, lanes, channelCount, most> (job, start, remaining);
-    else if (remaining > 0)
-        fillTile<Order, lanes, channelCount, most / 2> (job, start, remaining);
-}
-
+/** Whole tiles of one channel after the other, and then what remains of both at once, in tiles that reach past the
+    block. */
 template <typename Order, int lanes>
 SOLVANE_ALWAYS_INLINE void fill (const FirJob& job) noexcept
 {
-    if (job.channelCount == 2)
-        fillChannels<Order, lanes, 2> (job);
-    else if (job.channelCount == 1)
-        fillChannels<Order, lanes, 1> (job);
+    constexpr auto tileLength = vectorsAtOnce * lanes;
+    const auto whole = job.sampleCount / tileLength * tileLength;
+
+    for (int c = 0; c < job.channelCount; ++c)
+        for (int start = 0; start < whole; start += tileLength)
+            fillTile<Order, lanes, 1, vectorsAtOnce> (job, c, start, tileLength);
+
+    for (int start = whole; start < job.sampleCount; start += tileLength / 2)
+    {
+        const auto kept = std::min (job.sampleCount - start, tileLength / 2);
+
+        if (job.channelCount == 2)
+            fillTile<Order, lanes, 2, vectorsAtOnce / 2> (job, 0, start, kept);
+        else
+            fillTile<Order, lanes, 1, vectorsAtOnce / 2> (job, 0, start, kept);
+    }
 }
 
 void convolveBaseline (const FirJob& job) noexcept
@@ -195,11 +186,11 @@ void convolveBaseline (const FirJob& job) noexcept
 #if SOLVANE_HAS_FUNCTION_VERSIONS
 SOLVANE_TARGET_V3 void convolveV3 (const FirJob& job) noexcept
 {
-    fill<DirectOrder, 4> (job);
+    fill<DiagonalOrder<4>, 4> (job);
 }
 SOLVANE_TARGET_V4 void convolveV4 (const FirJob& job) noexcept
 {
-    fill<SlidingOrder, 8> (job);
+    fill<DiagonalOrder<6>, 8> (job);
 }
 #endif
 } // namespace

@@ -64,22 +64,30 @@ SOLVANE_ALWAYS_INLINE void storeTotals (const typename SimdLanes<lanes>::Vector*
     }
 }
 
-/** `outputCount` neighbouring outputs: a dot product each, whose coefficients are loaded once for all of them. */
+/** The products of neighbouring outputs, in as many sums for each. */
 template <int lanes, int factor, int channelCount, int outputCount>
-SOLVANE_ALWAYS_INLINE void
-decimateTile (const RateFilterTable& table, const double* const* input, double* output, int start) noexcept
+SOLVANE_ALWAYS_INLINE void addProducts (const RateFilterTable& table,
+                                        const double* const* oldest,
+                                        typename SimdLanes<lanes>::Vector* sums) noexcept
 {
     using Vector = typename SimdLanes<lanes>::Vector;
     constexpr auto step = std::max (lanes, factor);
     constexpr auto outputsPerStep = step / factor;
-    const double* oldest[extent (channelCount)];
-    Vector sums[extent (outputCount * channelCount)];
 
-    for (int c = 0; c < channelCount; ++c)
-        oldest[c] = input[c] + start * factor - (table.feedForwardCount - 1);
+    // Two lanes come with too few registers for a window, and with loads that seldom cross a cache line.
+    if constexpr (lanes == 2)
+    {
+        for (int k = 0; k < table.feedForwardCount; k += lanes)
+        {
+            const Vector coefficients = lanesAt<lanes> (table.decimating.data() + k);
 
-    for (auto& sum : sums)
-        sum = Vector {};
+            for (int i = 0; i < outputCount; ++i)
+                for (int c = 0; c < channelCount; ++c)
+                    sums[i * channelCount + c] += coefficients * lanesAt<lanes> (oldest[c] + i * factor + k);
+        }
+
+        return;
+    }
 
     for (int part = 0; part < step; part += lanes)
     {
@@ -107,6 +115,24 @@ decimateTile (const RateFilterTable& table, const double* const* input, double* 
             }
         }
     }
+}
+
+/** `outputCount` neighbouring outputs: a dot product each, whose coefficients are loaded once for all of them. */
+template <int lanes, int factor, int channelCount, int outputCount>
+SOLVANE_ALWAYS_INLINE void
+decimateTile (const RateFilterTable& table, const double* const* input, double* output, int start) noexcept
+{
+    using Vector = typename SimdLanes<lanes>::Vector;
+    const double* oldest[extent (channelCount)];
+    Vector sums[extent (outputCount * channelCount)];
+
+    for (int c = 0; c < channelCount; ++c)
+        oldest[c] = input[c] + start * factor - (table.feedForwardCount - 1);
+
+    for (auto& sum : sums)
+        sum = Vector {};
+
+    addProducts<lanes, factor, channelCount, outputCount> (table, oldest, sums);
 
     if constexpr (outputCount * channelCount % lanes == 0)
     {
@@ -134,62 +160,75 @@ decimate (const RateFilterTable& table, const double* const* input, double* outp
         decimateTile<lanes, factor, channelCount, 1> (table, input, output, start);
 }
 
-/** `stepCount` vectors of outputs that need the same coefficients, since they start at the same phase. */
-template <int lanes, int factor, int channelCount, int stepCount>
-SOLVANE_ALWAYS_INLINE void interpolateTile (const RateFilterTable& table,
-                                            const double* const* held,
-                                            double* const* output,
-                                            int start,
-                                            int phase,
-                                            int end) noexcept
+/** `stepCount` vectors of one channel's outputs that need the same coefficients, since they start at the same phase.
+    Input values whose distance is a whole step meet the same vectors of input, so these are loaded once for four. */
+template <int lanes, int factor, int stepCount>
+SOLVANE_ALWAYS_INLINE void
+interpolateTile (const RateFilterTable& table, const double* held, double* output, int phase, int kept) noexcept
 {
     using Vector = typename SimdLanes<lanes>::Vector;
     constexpr auto step = std::max (lanes, factor);
-    Vector sums[extent (channelCount)][extent (stepCount)];
+    constexpr auto valuesPerStep = step / factor;
+    constexpr auto valuesAtOnce = 4;
+    const auto* coefficients = table.interpolating.data() + phase;
+    Vector sums[extent (stepCount)];
 
-    for (int c = 0; c < channelCount; ++c)
-        for (int s = 0; s < stepCount; ++s)
-            sums[c][s] = Vector {};
+    for (auto& sum : sums)
+        sum = Vector {};
 
-    for (int i = 0; i < table.branchTapCount; ++i)
+    for (int part = 0; part < valuesPerStep; ++part)
     {
-        const Vector coefficients =
-            lanesAt<lanes> (table.interpolating.data() + i * RateFilterTable::branchWidth + phase);
+        auto i = part;
 
-        for (int c = 0; c < channelCount; ++c)
-            for (int s = 0; s < stepCount; ++s)
-                sums[c][s] += coefficients * lanesAt<lanes> (held[c] + start + phase + s * step - i * factor);
-    }
-
-    for (int c = 0; c < channelCount; ++c)
-    {
-        for (int s = 0; s < stepCount; ++s)
+        for (; i + (valuesAtOnce - 1) * valuesPerStep < table.branchTapCount; i += valuesAtOnce * valuesPerStep)
         {
-            const auto first = start + phase + s * step;
+            Vector group[valuesAtOnce];
 
-            storeLanes<lanes> (sums[c][s], output[c] + first, end - first);
+            for (int t = 0; t < valuesAtOnce; ++t)
+                group[t] = lanesAt<lanes> (coefficients + (i + t * valuesPerStep) * RateFilterTable::branchWidth);
+
+#pragma GCC unroll 16
+            for (int place = stepCount - 1; place > -valuesAtOnce; --place)
+            {
+                Vector input = lanesAt<lanes> (held + phase + place * step - i * factor);
+                SOLVANE_KEEP_IN_REGISTER (input);
+
+#pragma GCC unroll 4
+                for (int t = 0; t < valuesAtOnce; ++t)
+                    if (place + t >= 0 && place + t < stepCount)
+                        sums[place + t] += group[t] * input;
+            }
+        }
+
+        for (; i < table.branchTapCount; i += valuesPerStep)
+        {
+            const Vector one = lanesAt<lanes> (coefficients + i * RateFilterTable::branchWidth);
+
+            for (int s = 0; s < stepCount; ++s)
+                sums[s] += one * lanesAt<lanes> (held + phase + s * step - i * factor);
         }
     }
+
+    for (int s = 0; s < stepCount; ++s)
+        storeLanes<lanes> (sums[s], output + phase + s * step, kept - phase - s * step);
 }
 
-template <int lanes, int factor, int channelCount>
+template <int lanes, int factor>
 SOLVANE_ALWAYS_INLINE void
-interpolate (const RateFilterTable& table, const double* const* held, double* const* output, int inputCount) noexcept
+interpolate (const RateFilterTable& table, const double* held, double* output, int inputCount) noexcept
 {
     constexpr auto step = std::max (lanes, factor);
-    constexpr auto most = sumsAtOnce<channelCount>;
+    constexpr auto most = 8;
     const auto end = inputCount * factor;
+    auto start = 0;
 
-    for (int start = 0; start < end; start += most * step)
-    {
+    for (; end - start > most / 2 * step; start += most * step)
         for (int phase = 0; phase < step; phase += lanes)
-        {
-            if (end - start > most / 2 * step)
-                interpolateTile<lanes, factor, channelCount, most> (table, held, output, start, phase, end);
-            else
-                interpolateTile<lanes, factor, channelCount, most / 2> (table, held, output, start, phase, end);
-        }
-    }
+            interpolateTile<lanes, factor, most> (table, held + start, output + start, phase, end - start);
+
+    if (start < end)
+        for (int phase = 0; phase < step; phase += lanes)
+            interpolateTile<lanes, factor, most / 2> (table, held + start, output + start, phase, end - start);
 }
 
 template <int lanes>
@@ -222,19 +261,12 @@ SOLVANE_ALWAYS_INLINE void interpolateAny (const RateFilterTable& table,
                                            int channelCount,
                                            int inputCount) noexcept
 {
-    if (table.factor == 4)
+    for (int c = 0; c < channelCount; ++c)
     {
-        if (channelCount == 2)
-            interpolate<lanes, 4, 2> (table, held, output, inputCount);
+        if (table.factor == 4)
+            interpolate<lanes, 4> (table, held[c], output[c], inputCount);
         else
-            interpolate<lanes, 4, 1> (table, held, output, inputCount);
-    }
-    else
-    {
-        if (channelCount == 2)
-            interpolate<lanes, 8, 2> (table, held, output, inputCount);
-        else
-            interpolate<lanes, 8, 1> (table, held, output, inputCount);
+            interpolate<lanes, 8> (table, held[c], output[c], inputCount);
     }
 }
 

@@ -1,6 +1,7 @@
 #include "dsp/RateFilterTable.h"
 
 #include <cstddef>
+#include <limits>
 
 namespace
 {
@@ -122,7 +123,8 @@ constexpr DoubleDouble operator* (DoubleDouble a, DoubleDouble b) noexcept
 struct Polynomial
 {
     int degree = 0;
-    std::array<DoubleDouble, RateFilterTable::maxFeedForwardCount> coefficients {};
+    static constexpr std::size_t room = 136;
+    std::array<DoubleDouble, room> coefficients {};
 
     [[nodiscard]] constexpr DoubleDouble at (int i) const noexcept
     {
@@ -175,6 +177,36 @@ constexpr Polynomial evenPart (const Polynomial& polynomial) noexcept
     return result;
 }
 
+constexpr double magnitude (DoubleDouble value) noexcept
+{
+    return value.high < 0.0 ? -value.high : value.high;
+}
+
+/** The degree without the last coefficients that together are smaller than the rounding of the whole sum, and could
+    not be told from it in a result. */
+constexpr int degreeThatCounts (const Polynomial& polynomial) noexcept
+{
+    constexpr auto rounding = std::numeric_limits<double>::epsilon() / 2.0;
+    double sum = 0.0;
+
+    for (int i = 0; i <= polynomial.degree; ++i)
+        sum += magnitude (polynomial.at (i));
+
+    auto degree = polynomial.degree;
+
+    for (auto dropped = magnitude (polynomial.at (degree)); degree > 0 && dropped < rounding * sum;
+         dropped += magnitude (polynomial.at (degree)))
+        --degree;
+
+    return degree;
+}
+
+/** 0 above the degree. */
+constexpr double coefficient (const Polynomial& polynomial, int i) noexcept
+{
+    return i <= polynomial.degree ? polynomial.at (i).high : 0.0;
+}
+
 template <int order>
 constexpr RateFilterTable makeTable (const RateFilterSection<order>& section, int factor) noexcept
 {
@@ -190,13 +222,16 @@ constexpr RateFilterTable makeTable (const RateFilterSection<order>& section, in
         recursive = evenPart (product (recursive, turned, 1));
     }
 
+    feedForward.degree = degreeThatCounts (feedForward);
+    recursive.degree = degreeThatCounts (recursive);
+
     RateFilterTable table;
     table.factor = factor;
-    table.order = order;
+    table.order = recursive.degree;
     table.feedForwardCount = (feedForward.degree + 8) / 8 * 8;
     table.branchTapCount = feedForward.degree / factor + 1;
 
-    for (int k = 1; k <= order; ++k)
+    for (int k = 1; k <= table.order; ++k)
     {
         const auto index = static_cast<std::size_t> (RateFilterTable::framesAtOnce + k);
         table.recursive[index] = recursive.at (k).high;
@@ -205,12 +240,12 @@ constexpr RateFilterTable makeTable (const RateFilterSection<order>& section, in
     }
 
     for (int i = 0; i < table.feedForwardCount; ++i)
-        table.decimating[static_cast<std::size_t> (i)] = feedForward.at (table.feedForwardCount - 1 - i).high;
+        table.decimating[static_cast<std::size_t> (i)] = coefficient (feedForward, table.feedForwardCount - 1 - i);
 
     for (int i = 0; i < table.branchTapCount; ++i)
         for (int lane = 0; lane < RateFilterTable::branchWidth; ++lane)
             table.interpolating[static_cast<std::size_t> (i * RateFilterTable::branchWidth + lane)] =
-                factor * feedForward.at (i * factor + lane % factor).high;
+                factor * coefficient (feedForward, i * factor + lane % factor);
 
     return table;
 }
@@ -220,3 +255,6 @@ constexpr RateFilterSection<24> rateFilterByFour = byFour;
 constexpr RateFilterSection<16> rateFilterByEight = byEight;
 constexpr RateFilterTable rateTableByFour = makeTable (byFour, 4);
 constexpr RateFilterTable rateTableByEight = makeTable (byEight, 8);
+
+static_assert (rateTableByFour.order == RateFilterTable::orderByFour);
+static_assert (rateTableByEight.order == RateFilterTable::orderByEight);

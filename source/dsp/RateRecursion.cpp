@@ -145,19 +145,19 @@ SOLVANE_ALWAYS_INLINE void runAny (const RateFilterTable& table,
 {
     constexpr auto singleLanes = std::min (lanes, framesAtOnce);
 
-    if (table.order == 24)
+    if (table.order == RateFilterTable::orderByFour)
     {
         if (channelCount == 2)
-            runFrames<24, 2, lanes> (table, frames, frameCount, states);
+            runFrames<RateFilterTable::orderByFour, 2, lanes> (table, frames, frameCount, states);
         else
-            runFrames<24, 1, singleLanes> (table, frames, frameCount, states);
+            runFrames<RateFilterTable::orderByFour, 1, singleLanes> (table, frames, frameCount, states);
     }
     else
     {
         if (channelCount == 2)
-            runFrames<16, 2, lanes> (table, frames, frameCount, states);
+            runFrames<RateFilterTable::orderByEight, 2, lanes> (table, frames, frameCount, states);
         else
-            runFrames<16, 1, singleLanes> (table, frames, frameCount, states);
+            runFrames<RateFilterTable::orderByEight, 1, singleLanes> (table, frames, frameCount, states);
     }
 }
 

@@ -16,6 +16,13 @@
     #define SOLVANE_TARGET_V4 __attribute__ ((target ("arch=x86-64-v4")))
 #endif
 
+// Makes the compiler load a vector once, where it would otherwise read it from memory again for each of its uses.
+#if defined(__x86_64__)
+    #define SOLVANE_KEEP_IN_REGISTER(vector) __asm__("" : "+v"(vector))
+#else
+    #define SOLVANE_KEEP_IN_REGISTER(vector) static_cast<void> (vector)
+#endif
+
 /** A count as the size of an array. */
 constexpr std::size_t extent (int count) noexcept
 {
