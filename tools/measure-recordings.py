@@ -72,7 +72,6 @@ def line(notes, each, velocity=100):
 
 POP_CHORDS = [[48, 55, 60, 64, 67], [45, 57, 60, 64, 69], [41, 57, 60, 65, 69], [43, 55, 59, 62, 67]]
 OPEN_GUITAR = [[40, 47, 52, 55, 59, 64], [43, 47, 50, 55, 59, 67], [50, 57, 62, 66], [45, 52, 57, 61, 64]]
-BARRE_GUITAR = [[52, 59, 64, 67], [55, 59, 62, 67], [57, 62, 66], [57, 61, 64, 69]]
 POWER_CHORDS = [[40, 47, 52], [43, 50, 55], [45, 52, 57], [38, 45, 50]]
 BASS_LINE = [28, 28, 40, 28, 31, 31, 43, 31, 33, 33, 45, 33, 26, 28, 38, 40]
 KEYS_HIGH = [[60, 64, 67, 72, 76], [57, 64, 69, 72, 76], [57, 65, 69, 72, 77], [59, 62, 67, 71, 79]]
@@ -198,9 +197,7 @@ RECORDINGS = {
     "kit-electronic": kit(GM, beat_pattern(CLOSED_HAT, 0, 110, (0.0, 1.0, 2.0, 3.0), True), 24)
                       + loops("loop_mika", "loop_compus"),
     "guitar-steel": phrase(GM, 25, strum(OPEN_GUITAR, 0.5, 8)),
-    "guitar-clean": phrase(GM, 27, strum(BARRE_GUITAR, 0.5, 8)) + loops("guit_em9"),
-    "guitar-clean-lead": phrase(GM, 27, line(RAGGED_LEAD, 0.5)),
-    "guitar-muted": phrase(GM, 28, strum(BARRE_GUITAR, 0.25, 16)),
+    "guitar-clean": loops("guit_em9", "guit_harmonics"),
     "guitar-overdrive": phrase(GM, 29, strum(POWER_CHORDS, 0.5, 8)) + loops("guit_e_fifths"),
     "guitar-distortion": phrase(GM, 30, strum(POWER_CHORDS, 0.5, 8)),
     "cello": phrase(GM, 42, line(CELLO_LINE, 1.0)),
@@ -208,7 +205,6 @@ RECORDINGS = {
     "horns": phrase(GM, 61, strum(HORN_CHORDS, 1.0, 4)),
     "piano": phrase(GM, 0, strum(POP_CHORDS, 1.0, 4) + line([72, 76, 79, 81, 84, 81, 79, 76] * 4, 0.5)),
     "piano-strings": phrase(GM, 0, strum(POP_CHORDS, 1.0, 4)) + phrase(GM, 48, strum(STRING_CHORDS, 4.0, 1)),
-    "electric-grand": phrase(GM, 2, strum(KEYS_HIGH, 1.0, 4)),
     "rhodes": phrase(GM, 4, strum(KEYS_HIGH, 1.0, 4)) + phrase(GM, 5, strum(KEYS_HIGH, 1.0, 4)),
     "electric-piano": phrase(GM, 5, strum(KEYS_HIGH, 1.0, 4)),
     "organ": phrase(GM, 16, strum(POP_CHORDS, 2.0, 2)) + phrase(GM, 18, strum(POP_CHORDS, 2.0, 2)),
