@@ -32,11 +32,13 @@ bool isStereoBand (const PluginModel& model, int band) noexcept
 
 AudioCallback::AudioCallback (PluginModel& modelToUse,
                               BandEngine& engineToUse,
+                              LiveAnalysis& analysisToUse,
                               const HostTraits& hostToUse,
                               const HostDescription& descriptionToUse,
                               std::function<bool()> isOfflineToUse)
     : model (modelToUse),
       engine (engineToUse),
+      analysis (analysisToUse),
       host (hostToUse),
       description (descriptionToUse),
       isOffline (std::move (isOfflineToUse)),
@@ -70,6 +72,9 @@ void AudioCallback::prepare()
 
     // Covers what a block that is no multiple of the factor leaves in the input FIFO.
     outputFifo.write (outputBlock.getArrayOfReadPointers(), channels, model.decimationFactor);
+
+    if (model.sampleRate > 0.0)
+        meters.prepare (model.sampleRate);
 }
 
 void AudioCallback::updateLatency() noexcept
@@ -166,6 +171,8 @@ void AudioCallback::processPiece (float* const* channels, int channelCount, int 
 
     if (! model.mainBypass())
         applyOutputGain (channels, channelCount, sampleCount);
+
+    updateLevelMatch();
 }
 
 void AudioCallback::filter (int sampleCount) noexcept
@@ -175,16 +182,42 @@ void AudioCallback::filter (int sampleCount) noexcept
 
     const auto snapshot = takeSnapshot();
 
+    const auto lowCount = sampleCount / model.decimationFactor;
+    const auto* left = inputBlock.getReadPointer (0);
+
     if (model.isStereo)
     {
-        rateConverter.decimateStereo (inputBlock.getReadPointer (0), inputBlock.getReadPointer (1), sampleCount);
+        const auto* right = inputBlock.getReadPointer (1);
+        rateConverter.decimateStereo (left, right, sampleCount);
+        analysis.feedAnalysis (
+            rateConverter.outputLeft(), rateConverter.outputRight(), lowCount, left, right, sampleCount);
         filterStereo (snapshot, sampleCount);
     }
     else
     {
-        rateConverter.decimateSingle (inputBlock.getReadPointer (0), sampleCount);
+        rateConverter.decimateSingle (left, sampleCount);
+        analysis.feedAnalysis (rateConverter.outputLeft(), nullptr, lowCount, left, nullptr, sampleCount);
         filterSingle (snapshot, sampleCount);
     }
+
+    measure (snapshot, sampleCount);
+}
+
+void AudioCallback::measure (const Snapshot& snapshot, int sampleCount) noexcept
+{
+    const auto channelsOf = [stereo = model.isStereo.load()] (const juce::AudioBuffer<float>& block) {
+        return orvik::ChannelPointers { block.getReadPointer (0), stereo ? block.getReadPointer (1) : nullptr };
+    };
+
+    meters.process (
+        channelsOf (inputBlock), channelsOf (outputBlock), sampleCount, ! snapshot.soloActive && ! snapshot.mainBypass);
+}
+
+void AudioCallback::updateLevelMatch() noexcept
+{
+    if (! model.editorClosed && ! model.soloActive && model.transport.isPlayingOrAlwaysRunning()
+        && ! model.mainBypass())
+        match.update (meters.matchInputLoudness(), meters.matchOutputLoudness());
 }
 
 AudioCallback::Snapshot AudioCallback::takeSnapshot() const noexcept

@@ -2,6 +2,9 @@
 
 #include "core/BandEngine.h"
 #include "core/HostTraits.h"
+#include "core/LevelMatch.h"
+#include "core/LiveAnalysis.h"
+#include "core/LoudnessMeters.h"
 #include "core/PluginModel.h"
 #include "dsp/AudioFifo.h"
 #include "dsp/BypassDelay.h"
@@ -22,6 +25,7 @@ public:
     /** @param isOffline whether the current block is rendered offline; asked on the audio thread */
     AudioCallback (PluginModel& model,
                    BandEngine& engine,
+                   LiveAnalysis& analysis,
                    const HostTraits& host,
                    const HostDescription& description,
                    std::function<bool()> isOffline);
@@ -34,6 +38,10 @@ public:
 
     /** Sizes both delay lines for the model's base latency; they are cleared at the next block. Any thread. */
     void updateLatency() noexcept;
+
+    /** The meters, of which the audio thread feeds all three. */
+    [[nodiscard]] LoudnessMeters& loudnessMeters() noexcept { return meters; }
+    [[nodiscard]] const LevelMatch& levelMatch() const noexcept { return match; }
 
     /** The delay in samples of the bypass line. */
     [[nodiscard]] int bypassLatency() const noexcept { return bypassDelay.length(); }
@@ -64,10 +72,13 @@ private:
     void filterStereo (const Snapshot& snapshot, int sampleCount) noexcept;
     void filterSingle (const Snapshot& snapshot, int sampleCount) noexcept;
     [[nodiscard]] Snapshot takeSnapshot() const noexcept;
+    void measure (const Snapshot& snapshot, int sampleCount) noexcept;
+    void updateLevelMatch() noexcept;
     void applyOutputGain (float* const* channels, int channelCount, int sampleCount) const noexcept;
 
     PluginModel& model;
     BandEngine& engine;
+    LiveAnalysis& analysis;
     const HostTraits& host;
     const HostDescription& description;
     const std::function<bool()> isOffline;
@@ -80,4 +91,6 @@ private:
     PathMixer mixer;
     PublishedLength mixerLatency;
     BypassDelay bypassDelay;
+    LoudnessMeters meters;
+    LevelMatch match;
 };

@@ -114,14 +114,30 @@ public:
     //==================================================================================================================
     // Room
 
-    /** Scale of the room in dB, as it is drawn. */
+    /** Scale of the room in dB: as it was chosen, and as it is drawn while it changes. */
+    std::atomic<float> targetScaleDb { 12.0f };
     std::atomic<float> displayScaleDb { 12.0f };
+
+    /** Size of the editor's window in pixels. */
+    std::atomic<int> windowWidth { 680 };
+    std::atomic<int> windowHeight { 712 };
+
+    /** USER SETTING holds a target of the user's. */
+    std::atomic<bool> targetSetByUser { false };
 
     /** The response of all bands in dB on a linear grid from 0 Hz to the Nyquist frequency; under responseLock, which
         is held for a copy only. */
     std::array<float, responsePointCount> responseCurveDb {};
     std::mutex responseLock;
     std::atomic<bool> responseCurveChanged { false };
+
+    //==================================================================================================================
+    // Preferences
+
+    std::atomic<bool> showToolTips { false };
+    std::atomic<bool> showNotifications { true };
+    std::atomic<bool> reverseMousewheel { false };
+    std::atomic<bool> alwaysShowBand { false };
 
     /** Cleared while an editor is open. */
     std::atomic<bool> editorClosed { true };

@@ -3,35 +3,49 @@
 namespace
 {
 constexpr int timerIntervalMilliseconds = 50;
+constexpr int defaultWindowWidth = 680;
+constexpr int defaultWindowHeight = 712;
 
 /** Below every working rate, so that the callback leaves the audio alone. */
 constexpr double rateForUnknownRate = 1000.0;
 } // namespace
 
-VelmoraAudioProcessor::VelmoraAudioProcessor (const HostDescription& description, EditorFactory editorFactoryToUse)
+VelmoraAudioProcessor::VelmoraAudioProcessor (const HostDescription& description,
+                                              EditorFactory editorFactoryToUse,
+                                              SettingsFile settingsFileToUse)
     // Without this the framework makes both buses disabled, and a host that asks before it sets a layout sees none.
     : AudioProcessor (BusesProperties()
                           .withInput ("Input", juce::AudioChannelSet::stereo(), true)
                           .withOutput ("Output", juce::AudioChannelSet::stereo(), true)),
+      SettingsUtilities ("solvane-settings.dat", "Brevlen"),
       host (description),
       hostDescription (description),
       editorFactory (std::move (editorFactoryToUse)),
+      settingsFileUse (settingsFileToUse),
       engine (
           model,
           [this] { return isOfflineRender(); },
           [this] (BandEngine::CurrentUpdates& updates) { router.readCurrentUpdates (updates); }),
-      router (model, engine, { [this] { updateLatency (false); }, [] (int) {} }),
-      audioCallback (model, engine, host, hostDescription, [this] { return isOfflineRender(); })
+      router (model, engine, { [this] { updateLatency (false); }, [this] (int id) { choosePreset (id); } }),
+      analysis (model, target, [this] { return loudnessMeters().inputLoudness(); }),
+      audioCallback (model, engine, analysis, host, hostDescription, [this] { return isOfflineRender(); })
 {
+    if (settingsFileUse == SettingsFile::use)
+        loadSettings();
+    else
+        setDefaultSettings();
+
     parameters = std::make_unique<juce::AudioProcessorValueTreeState> (*this, nullptr);
     ParameterTable::addAll (*parameters);
     model.attachParameters (*parameters);
     router.addListeners (*parameters);
     mainBypassToken = model.channels.add ([this] { router.applyMainBypass(); }, Channels::mainBypass);
     parameters->state = juce::ValueTree ("ZVQ_Processor");
-    session = std::make_unique<SessionState> (model, *parameters);
+    session = std::make_unique<SessionState> (model, *parameters, presets);
 
+    choosePreset (Presets::balancedMasterId);
     engine.startWorkers();
+    analysis.startThreads();
     model.setMainBypass (false);
     startTimer (timerIntervalMilliseconds);
 }
@@ -39,8 +53,14 @@ VelmoraAudioProcessor::VelmoraAudioProcessor (const HostDescription& description
 VelmoraAudioProcessor::~VelmoraAudioProcessor()
 {
     stopTimer();
+
+    if (settingsFileUse == SettingsFile::use)
+        saveSettings();
+
+    analysis.requestStop();
     engine.requestStop();
     engine.joinWorkers();
+    analysis.joinThreads();
     router.removeListeners (*parameters);
     model.channels.remove (mainBypassToken);
 }
@@ -69,6 +89,9 @@ void VelmoraAudioProcessor::prepareToPlay (double sampleRate, int maxBlock)
 
     updateLatency (true);
     audioCallback.prepare();
+    analysis.prepare();
+    model.setTargetsReady (false, false);
+    model.setSmartBandsReady (false, false);
 
     // Whatever was set while no rate was known, and every curve drawn for another rate, reaches the filters now.
     if (rateChanged)
@@ -116,6 +139,71 @@ void VelmoraAudioProcessor::updateLatency (bool force)
         reportLatency (model.baseLatency + (model.fifosEngaged ? model.decimationFactor.load() : 0));
 
     audioCallback.updateLatency();
+}
+
+void VelmoraAudioProcessor::getStateInformation (juce::MemoryBlock& destination)
+{
+    session->write (destination);
+}
+
+void VelmoraAudioProcessor::setStateInformation (const void* data, int size)
+{
+    session->read (data, size);
+
+    // USER SETTING may have new numbers although the choice is the same.
+    choosePreset (static_cast<int> (model.presetNumber()));
+}
+
+void VelmoraAudioProcessor::writeSettings (juce::XmlElement& settingsElement)
+{
+    const auto write = [&settingsElement] (const char* name, bool value)
+    { settingsElement.setAttribute (name, value ? 1 : 0); };
+
+    write ("ShowToolTips", model.showToolTips);
+    write ("ShowNotifications", model.showNotifications);
+    write ("ReverseMousewheel", model.reverseMousewheel);
+    write ("AlwaysShowBand", model.alwaysShowBand);
+    write ("ShowHeatmap", model.showHeatmap());
+    write ("Minimised", model.minimised());
+    settingsElement.setAttribute ("DefaultWidth", model.windowWidth.load());
+    settingsElement.setAttribute ("DefaultHeight", model.windowHeight.load());
+}
+
+void VelmoraAudioProcessor::readSettings (const juce::XmlElement& settingsElement)
+{
+    model.showToolTips = settingsElement.getBoolAttribute ("ShowToolTips", false);
+    model.showNotifications = settingsElement.getBoolAttribute ("ShowNotifications", true);
+    model.reverseMousewheel = settingsElement.getBoolAttribute ("ReverseMousewheel", false);
+    model.alwaysShowBand = settingsElement.getBoolAttribute ("AlwaysShowBand", false);
+
+    // A file that lacks it turns the heat map off, no file at all turns it on: users without a file see it.
+    model.setShowHeatmap (settingsElement.getBoolAttribute ("ShowHeatmap", false));
+    model.setMinimised (settingsElement.getBoolAttribute ("Minimised", false), true);
+    model.windowWidth = settingsElement.getIntAttribute ("DefaultWidth", defaultWindowWidth);
+    model.windowHeight = settingsElement.getIntAttribute ("DefaultHeight", defaultWindowHeight);
+}
+
+void VelmoraAudioProcessor::setDefaultSettings()
+{
+    model.showToolTips = false;
+    model.showNotifications = true;
+    model.setShowHeatmap (true);
+    model.windowWidth = defaultWindowWidth;
+    model.windowHeight = defaultWindowHeight;
+}
+
+void VelmoraAudioProcessor::choosePreset (int id)
+{
+    presets.select (id);
+    const auto numbers = presets.numbersOf (presets.currentPreset());
+    target.set (
+        numbers.lufs, std::span (numbers.values.data(), static_cast<std::size_t> (numbers.count)), numbers.topBand);
+}
+
+void VelmoraAudioProcessor::resetAnalysis()
+{
+    loudnessMeters().requestReset();
+    analysis.resetAnalysis();
 }
 
 void VelmoraAudioProcessor::reportLatency (int samples)

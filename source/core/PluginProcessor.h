@@ -3,25 +3,37 @@
 #include "core/AudioCallback.h"
 #include "core/BandEngine.h"
 #include "core/HostTraits.h"
+#include "core/LiveAnalysis.h"
 #include "core/ParameterRouter.h"
 #include "core/PluginModel.h"
+#include "core/Presets.h"
 #include "core/SessionState.h"
+#include "core/SettingsUtilities.h"
 
 #include <juce_audio_processors/juce_audio_processors.h>
 
 #include <memory>
 
 /** The plug-in as the framework sees it. Owns everything that outlives the editor, and delegates. */
-class VelmoraAudioProcessor final : public juce::AudioProcessor, private juce::Timer
+class VelmoraAudioProcessor final : public juce::AudioProcessor, public SettingsUtilities, private juce::Timer
 {
 public:
     /** Makes an editor for a processor. The interface's layer supplies it, so that the processor knows no component. */
     using EditorFactory = std::function<juce::AudioProcessorEditor*(VelmoraAudioProcessor&)>;
 
+    /** Whether the user's settings file is read and written. */
+    enum class SettingsFile
+    {
+        use,
+        leaveAlone
+    };
+
     /** @param host what to take the host for; a test puts its own in place
-        @param editorFactory makes the editor; a program without a window gives none */
+        @param editorFactory makes the editor; a program without a window gives none
+        @param settingsFile a program that only borrows the processor leaves the user's preferences alone */
     explicit VelmoraAudioProcessor (const HostDescription& host = HostDescription::ofThisProcess(),
-                                    EditorFactory editorFactory = {});
+                                    EditorFactory editorFactory = {},
+                                    SettingsFile settingsFile = SettingsFile::use);
     ~VelmoraAudioProcessor() override;
 
     //==================================================================================================================
@@ -54,10 +66,16 @@ public:
     const juce::String getProgramName (int) override { return {}; }
     void changeProgramName (int, const juce::String&) override {}
 
-    void getStateInformation (juce::MemoryBlock& destination) override { session->write (destination); }
-    void setStateInformation (const void* data, int size) override { session->read (data, size); }
+    void getStateInformation (juce::MemoryBlock& destination) override;
+    void setStateInformation (const void* data, int size) override;
 
     //==================================================================================================================
+    void writeSettings (juce::XmlElement& settingsElement) override;
+    void readSettings (const juce::XmlElement& settingsElement) override;
+    void setDefaultSettings() override;
+
+    //==================================================================================================================
+    [[nodiscard]] SessionState& sessionState() noexcept { return *session; }
     [[nodiscard]] juce::AudioProcessorValueTreeState& getAPVTS() noexcept { return *parameters; }
 
     /** Works out the latency, tells the host, and sizes the delay lines. Any thread.
@@ -69,20 +87,31 @@ public:
     [[nodiscard]] bool isOfflineRender() const noexcept;
 
     [[nodiscard]] BandEngine& bandEngine() noexcept { return engine; }
+    [[nodiscard]] LiveAnalysis& liveAnalysis() noexcept { return analysis; }
+    [[nodiscard]] LoudnessMeters& loudnessMeters() noexcept { return audioCallback.loudnessMeters(); }
+    [[nodiscard]] const LevelMatch& levelMatch() const noexcept { return audioCallback.levelMatch(); }
+
+    /** Forgets everything that was measured. Any thread but the audio thread. */
+    void resetAnalysis();
 
     PluginModel model;
+    Presets::Library presets;
+    TargetSet target;
 
 private:
     void timerCallback() override;
     void adoptSampleRate (double sampleRate);
+    void choosePreset (int id);
     void reportLatency (int samples);
     [[nodiscard]] bool mayTellHost() const noexcept;
 
     const HostTraits host;
     const HostDescription hostDescription;
     const EditorFactory editorFactory;
+    const SettingsFile settingsFileUse;
     BandEngine engine;
     ParameterRouter router;
+    LiveAnalysis analysis;
     AudioCallback audioCallback;
     std::unique_ptr<juce::AudioProcessorValueTreeState> parameters;
     std::unique_ptr<SessionState> session;

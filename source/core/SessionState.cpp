@@ -1,36 +1,286 @@
 #include "core/SessionState.h"
 
-SessionState::SessionState (PluginModel& modelToUse, juce::AudioProcessorValueTreeState& parametersToUse)
-    : model (modelToUse), parameters (parametersToUse)
+#include "core/SessionXml.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace
+{
+namespace Tags
+{
+constexpr auto track = "reference-track";
+constexpr auto loop = "loop";
+constexpr auto settings = "settings";
+constexpr std::array stores { "parameterStoreA", "parameterStoreB" };
+} // namespace Tags
+
+constexpr int defaultScaleDb = 12;
+
+juce::String levelName (std::size_t band)
+{
+    return "lufs-" + juce::String (static_cast<int> (band));
+}
+
+/** Milliseconds since the epoch, but never an id twice. */
+juce::int64 makeId()
+{
+    static std::atomic<juce::int64> last { 0 };
+    auto previous = last.load();
+    juce::int64 next;
+
+    do
+        next = std::max (juce::Time::currentTimeMillis(), previous + 1);
+    while (! last.compare_exchange_weak (previous, next));
+
+    return next;
+}
+
+void deleteAll (juce::XmlElement& root, const char* tag)
+{
+    while (auto* child = root.getChildByName (tag))
+        root.removeChildElement (child, true);
+}
+} // namespace
+
+//======================================================================================================================
+class SessionState::ScopedRestoring
+{
+public:
+    explicit ScopedRestoring (SessionState& stateToMark) : state (stateToMark) { state.restoring = true; }
+    ~ScopedRestoring() { state.restoring = false; }
+
+    ScopedRestoring (const ScopedRestoring&) = delete;
+    ScopedRestoring& operator= (const ScopedRestoring&) = delete;
+
+private:
+    SessionState& state;
+};
+
+SessionState::SessionState (PluginModel& modelToUse,
+                            juce::AudioProcessorValueTreeState& parametersToUse,
+                            Presets::Library& presetsToUse)
+    : model (modelToUse), parameters (parametersToUse), presets (presetsToUse)
 {
 }
 
+//======================================================================================================================
 void SessionState::write (juce::MemoryBlock& destination)
 {
-    const std::lock_guard lock (sessionLock);
+    const auto root = parameters.copyState().createXml();
 
-    if (const auto xml = parameters.copyState().createXml())
-        juce::AudioProcessor::copyXmlToBinary (*xml, destination);
-}
+    if (root == nullptr)
+        return;
 
-void SessionState::read (const void* data, int size)
-{
     {
-        const std::lock_guard lock (sessionLock);
-        model.setStateInformationSet (false, false);
+        const std::scoped_lock lock (sessionLock);
 
-        if (const auto xml = juce::AudioProcessor::getXmlFromBinary (data, size))
-            if (xml->hasTagName (parameters.state.getType()))
-                parameters.replaceState (juce::ValueTree::fromXml (*xml));
+        // The track that was loaded last is the current one.
+        for (std::size_t index = 0; index < tracks.size(); ++index)
+            root->addChildElement (makeTrackElement (tracks[index], index + 1 == tracks.size()).release());
 
-        storeBandGains();
+        root->addChildElement (makeSettingsElement().release());
+
+        for (std::size_t store = 0; store < parameterStores.size(); ++store)
+            if (parameterStores[store].isValid())
+                root->createNewChildElement (Tags::stores[store])
+                    ->addChildElement (parameterStores[store].createXml().release());
     }
 
+    juce::AudioProcessor::copyXmlToBinary (*root, destination);
+}
+
+std::unique_ptr<juce::XmlElement> SessionState::makeTrackElement (const ReferenceTrackRequest& track,
+                                                                  bool selected) const
+{
+    auto element = std::make_unique<juce::XmlElement> (Tags::track);
+    element->setAttribute ("file-name", SessionXml::fileNameOf (track.filePath));
+    element->setAttribute ("display-name", track.displayName);
+    element->setAttribute ("file-path", track.filePath);
+    element->setAttribute ("selected", selected ? 1 : 0);
+
+    for (const auto& loop : track.loops)
+    {
+        auto* child = element->createNewChildElement (Tags::loop);
+        child->setAttribute ("start-samples", loop.startSamples);
+        child->setAttribute ("end-samples", loop.endSamples);
+        child->setAttribute ("active", loop.active ? 1 : 0);
+    }
+
+    return element;
+}
+
+std::unique_ptr<juce::XmlElement> SessionState::makeSettingsElement() const
+{
+    auto element = std::make_unique<juce::XmlElement> (Tags::settings);
+    const auto numbers = presets.numbersOf (*presets.findPresetById (Presets::userSettingId));
+
+    SessionXml::setDecimal (*element, "lufs-overall", numbers.lufs);
+
+    for (std::size_t band = 0; band < numbers.values.size(); ++band)
+        SessionXml::setDecimal (*element, levelName (band), numbers.values[band]);
+
+    element->setAttribute ("width", model.windowWidth.load());
+    element->setAttribute ("height", model.windowHeight.load());
+    element->setAttribute ("target-set-user", model.targetSetByUser ? 1 : 0);
+    SessionXml::setDecimal (*element, "db-scale", model.targetScaleDb);
+    element->setAttribute ("comparison-A-selected", selectedA ? 1 : 0);
+    element->setAttribute ("max-thread-priority", model.maxThreadPriority.load());
+    return element;
+}
+
+//======================================================================================================================
+void SessionState::read (const void* data, int size)
+{
+    model.setStateInformationSet (false, false);
+
+    if (const auto root = SessionXml::parse (data, size))
+    {
+        {
+            const std::scoped_lock lock (sessionLock);
+
+            const juce::XmlElement* lastSettings = nullptr;
+
+            for (const auto* child : root->getChildWithTagNameIterator (Tags::settings))
+                lastSettings = child;
+
+            if (lastSettings != nullptr)
+                readSettingsElement (*lastSettings);
+
+            for (const auto* child : root->getChildWithTagNameIterator (Tags::track))
+                readTrackElement (*child);
+
+            readStores (*root);
+        }
+
+        for (const auto* tag : { Tags::track, Tags::settings, Tags::stores[0], Tags::stores[1] })
+            deleteAll (*root, tag);
+
+        if (root->hasTagName (parameters.state.getType()))
+            replaceParameters (juce::ValueTree::fromXml (*root));
+    }
+
+    storeBandGains();
     model.setStateInformationSet (true, true);
+}
+
+void SessionState::readSettingsElement (const juce::XmlElement& element)
+{
+    const auto lufs = static_cast<float> (element.getDoubleAttribute ("lufs-overall", 0.0));
+    std::array<float, Presets::bandValueCount> values;
+
+    for (std::size_t band = 0; band < values.size(); ++band)
+        values[band] = static_cast<float> (element.getDoubleAttribute (levelName (band), 0.0));
+
+    presets.setUserSetting (lufs, values);
+
+    model.windowWidth = element.getIntAttribute ("width", 0);
+    model.windowHeight = element.getIntAttribute ("height", 0);
+    model.targetSetByUser = element.getBoolAttribute ("target-set-user", false) && ! std::isnan (lufs);
+
+    // Written as a decimal and read as a whole number: a fraction is lost.
+    const auto scale = element.getIntAttribute ("db-scale", defaultScaleDb);
+    model.targetScaleDb = static_cast<float> (scale > 0 ? scale : defaultScaleDb);
+    model.displayScaleDb = model.targetScaleDb.load();
+
+    // Missing means B, although a new instance starts with A.
+    selectedA = element.getBoolAttribute ("comparison-A-selected", false);
+    model.maxThreadPriority = element.getIntAttribute ("max-thread-priority", 0);
+}
+
+void SessionState::readTrackElement (const juce::XmlElement& element)
+{
+    ReferenceTrackRequest track { element.getStringAttribute ("file-path"),
+                                  element.getStringAttribute ("display-name"),
+                                  {} };
+
+    for (const auto* child : element.getChildWithTagNameIterator (Tags::loop))
+        track.loops.push_back ({ child->getIntAttribute ("start-samples", 0),
+                                 child->getIntAttribute ("end-samples", 0),
+                                 child->getBoolAttribute ("active", false),
+                                 makeId() });
+
+    tracks.push_back (std::move (track));
+}
+
+void SessionState::readStores (const juce::XmlElement& root)
+{
+    for (std::size_t store = 0; store < parameterStores.size(); ++store)
+        for (const auto* child : root.getChildWithTagNameIterator (Tags::stores[store]))
+            parameterStores[store] = child->getFirstChildElement() != nullptr
+                                         ? juce::ValueTree::fromXml (*child->getFirstChildElement())
+                                         : juce::ValueTree();
+}
+
+void SessionState::replaceParameters (const juce::ValueTree& tree)
+{
+    // The tree keeps a reference, so it gets a copy of its own. Nobody's lock is held meanwhile: hosts answer a change
+    // of parameters with calls of theirs.
+    auto copy = tree.createCopy();
+    SessionXml::removeNonNumbers (copy);
+
+    const ScopedRestoring mark (*this);
+    parameters.replaceState (copy);
 }
 
 void SessionState::storeBandGains() noexcept
 {
     for (int band = 0; band < bandCount; ++band)
         model.storedBandGains[static_cast<std::size_t> (band)] = model.getBandValue (band, Settings::Parameter::gain);
+}
+
+//======================================================================================================================
+void SessionState::compareSwitch (bool toggleOn)
+{
+    used = true;
+    const auto left = parameters.copyState();
+    juce::ValueTree entered;
+
+    {
+        const std::scoped_lock lock (sessionLock);
+        parameterStores[toggleOn ? 0 : 1] = left;
+        entered = parameterStores[toggleOn ? 1 : 0].createCopy();
+    }
+
+    model.setStateInformationSet (false, false);
+
+    if (entered.hasType (parameters.state.getType()))
+        replaceParameters (entered);
+
+    storeBandGains();
+    model.setStateInformationSet (true, false);
+    selectedA = ! toggleOn;
+}
+
+void SessionState::compareCopy()
+{
+    const auto current = parameters.copyState();
+    const std::scoped_lock lock (sessionLock);
+
+    for (auto& store : parameterStores)
+        store = current.createCopy();
+}
+
+void SessionState::fillMissingStores()
+{
+    if (! hasStore (0) || ! hasStore (1))
+        compareCopy();
+}
+
+bool SessionState::hasStore (int index) const
+{
+    const std::scoped_lock lock (sessionLock);
+    return parameterStores[static_cast<std::size_t> (index)].isValid();
+}
+
+std::vector<ReferenceTrackRequest> SessionState::referenceTracks() const
+{
+    const std::scoped_lock lock (sessionLock);
+    return tracks;
+}
+
+void SessionState::removeReferenceTracks()
+{
+    const std::scoped_lock lock (sessionLock);
+    tracks.clear();
 }

@@ -1,28 +1,81 @@
 #pragma once
 
 #include "core/PluginModel.h"
+#include "core/Presets.h"
+#include "core/ReferenceTrackRequest.h"
 
 #include <juce_audio_processors/juce_audio_processors.h>
 
+#include <array>
 #include <mutex>
+#include <vector>
 
-/** What a host keeps of an instance: one block with the parameter tree as XML text in the framework's binary wrapping.
+/** What a host keeps of an instance, and the two stores of the A/B comparison, which are part of it.
 
-    Both calls run on a thread of the host's choosing. The session lock keeps two of them from meeting. */
+    The block is XML text in the framework's binary wrapping: the parameter tree, then the reference tracks, one element
+    of settings, and the stores. Reading is total: whatever does not parse is ignored or takes its default, and the
+    notification is sent all the same. Some of it is written and never read, or written as a decimal and read as a whole
+    number; sessions of users hang on that, so it stays.
+
+    Calls may come from any thread but the audio thread. A mutex guards stores, tracks and flags; the parameter tree has
+    a lock of its own. */
 class SessionState
 {
 public:
-    SessionState (PluginModel& model, juce::AudioProcessorValueTreeState& parameters);
+    SessionState (PluginModel& model, juce::AudioProcessorValueTreeState& parameters, Presets::Library& presets);
 
     void write (juce::MemoryBlock& destination);
 
-    /** Takes a block over. One that does not parse is ignored, but the notification is sent all the same. */
+    /** Takes a block over; at its end the current band gains become the base of the gain scale. */
     void read (const void* data, int size);
 
+    /** True while a block, or the other side of the comparison, replaces the parameters. Any thread. */
+    [[nodiscard]] bool isRestoring() const noexcept { return restoring.load (std::memory_order_acquire); }
+
+    //==================================================================================================================
+    // A/B comparison. Store 0 is A.
+
+    /** Keeps the current settings on the side that is left, and takes over the other side's.
+        @param toggleOn the switch's state after the click: leaves A for B */
+    void compareSwitch (bool toggleOn);
+
+    /** Puts the current settings into both stores. */
+    void compareCopy();
+
+    /** Gives both stores the current settings if either has none yet, as when an editor opens. */
+    void fillMissingStores();
+
+    [[nodiscard]] bool comparisonASelected() const noexcept { return selectedA.load (std::memory_order_relaxed); }
+    [[nodiscard]] bool comparisonUsed() const noexcept { return used.load (std::memory_order_relaxed); }
+    [[nodiscard]] bool hasStore (int index) const;
+
+    //==================================================================================================================
+    /** The reference tracks that sessions asked for, in order of arrival. They go into the block until they are
+     * removed. */
+    [[nodiscard]] std::vector<ReferenceTrackRequest> referenceTracks() const;
+    void removeReferenceTracks();
+
 private:
+    /** Raises the mark for the length of a restore. */
+    class ScopedRestoring;
+
+    [[nodiscard]] std::unique_ptr<juce::XmlElement> makeTrackElement (const ReferenceTrackRequest& track,
+                                                                      bool selected) const;
+    [[nodiscard]] std::unique_ptr<juce::XmlElement> makeSettingsElement() const;
+    void readSettingsElement (const juce::XmlElement& element);
+    void readTrackElement (const juce::XmlElement& element);
+    void readStores (const juce::XmlElement& root);
+    void replaceParameters (const juce::ValueTree& tree);
     void storeBandGains() noexcept;
 
     PluginModel& model;
     juce::AudioProcessorValueTreeState& parameters;
-    std::mutex sessionLock;
+    Presets::Library& presets;
+
+    mutable std::mutex sessionLock;
+    std::array<juce::ValueTree, 2> parameterStores;
+    std::vector<ReferenceTrackRequest> tracks;
+    std::atomic<bool> selectedA { true };
+    std::atomic<bool> used { false };
+    std::atomic<bool> restoring { false };
 };

@@ -1,0 +1,239 @@
+#include "core/LiveAnalysis.h"
+
+#include "targets/TopBand.h"
+
+#include <algorithm>
+
+LiveAnalysis::LiveAnalysis (PluginModel& modelToUse,
+                            const TargetSet& targetToUse,
+                            std::function<float()> inputLoudnessToUse)
+    : model (modelToUse),
+      target (targetToUse),
+      inputLoudness (std::move (inputLoudnessToUse)),
+      analysisSignal ([this] { analyseDecimated(); }),
+      spectrumSignal ([this] { analyseFullRate(); })
+{
+    resizeChunk (lowBlock, decimatedCapacity);
+    analyser.fillLevels (resetLevelDb);
+}
+
+LiveAnalysis::~LiveAnalysis()
+{
+    requestStop();
+    joinThreads();
+}
+
+void LiveAnalysis::startThreads()
+{
+    analysisThread = std::thread ([this] { analysisSignal.run(); });
+    spectrumThread = std::thread ([this] { spectrumSignal.run(); });
+}
+
+void LiveAnalysis::requestStop()
+{
+    analysisSignal.requestExit();
+    spectrumSignal.requestExit();
+}
+
+void LiveAnalysis::joinThreads()
+{
+    for (auto* thread : { &analysisThread, &spectrumThread })
+        if (thread->joinable())
+            thread->join();
+}
+
+void LiveAnalysis::resizeChunk (Chunk& chunk, int length)
+{
+    for (auto& channel : chunk)
+        channel.assign (static_cast<std::size_t> (length), 0.0f);
+}
+
+void LiveAnalysis::prepare()
+{
+    const std::scoped_lock analysisGuard (analysisPass);
+    const std::scoped_lock spectrumGuard (spectrumPass);
+
+    const auto rate = model.sampleRate.load();
+    const auto factor = model.decimationFactor.load();
+    channels = model.isStereo ? 2 : 1;
+
+    resizeChunk (decimatedChunk, chunkLength / factor);
+    resizeChunk (fullRateChunk, chunkLength);
+    decimatedFifo.resize (channels, decimatedCapacity);
+    fullRateFifo.resize (channels, fullRateCapacity);
+
+    if (rate > 0.0)
+        analyser.prepareBands (rate / factor, rate);
+
+    analyser.fillLevels (resetLevelDb);
+    targets.clear();
+    targets.maxChange = 0.0f;
+}
+
+void LiveAnalysis::resetAnalysis()
+{
+    resetGeneration.fetch_add (1, std::memory_order_acq_rel);
+    analyser.fillLevels (resetLevelDb);
+    targets.clear();
+    targets.maxChange = 0.0f;
+}
+
+void LiveAnalysis::feedAnalysis (const double* lowLeft,
+                                 const double* lowRight,
+                                 int lowCount,
+                                 const float* left,
+                                 const float* right,
+                                 int count) noexcept
+{
+    if (decimatedFifo.capacity() - decimatedFifo.numReady() > lowCount)
+    {
+        std::transform (
+            lowLeft, lowLeft + lowCount, lowBlock[0].begin(), [] (double x) { return static_cast<float> (x); });
+
+        if (lowRight != nullptr)
+            std::transform (
+                lowRight, lowRight + lowCount, lowBlock[1].begin(), [] (double x) { return static_cast<float> (x); });
+
+        const float* block[2] { lowBlock[0].data(), lowBlock[1].data() };
+        decimatedFifo.write (block, lowRight != nullptr ? 2 : 1, lowCount);
+    }
+
+    if (fullRateFifo.capacity() - fullRateFifo.numReady() > count)
+    {
+        const float* block[2] { left, right };
+        fullRateFifo.write (block, right != nullptr ? 2 : 1, count);
+    }
+
+    analysisSignal.wakeFromAudioThread();
+}
+
+unsigned LiveAnalysis::takeReset (unsigned& seen, AudioFifo& fifo, void (BandAnalyser::*resetBands)() noexcept) noexcept
+{
+    const auto generation = resetGeneration.load (std::memory_order_acquire);
+
+    if (generation != seen)
+    {
+        fifo.discardReady();
+        (analyser.*resetBands)();
+        seen = generation;
+    }
+
+    return generation;
+}
+
+void LiveAnalysis::restoreLevels (std::size_t first, std::size_t end) noexcept
+{
+    for (auto band = first; band < end; ++band)
+        analyser.bandLevels[band].store (resetLevelDb, std::memory_order_relaxed);
+}
+
+void LiveAnalysis::analyseDecimated()
+{
+    spectrumSignal.wake();
+
+    {
+        const std::scoped_lock guard (analysisPass);
+        const auto generation = takeReset (analysisGeneration, decimatedFifo, &BandAnalyser::resetLowBands);
+        const auto length = static_cast<int> (decimatedChunk[0].size());
+        float* chunk[2] { decimatedChunk[0].data(), decimatedChunk[1].data() };
+
+        while (length > 0 && decimatedFifo.numReady() >= length)
+        {
+            decimatedFifo.read (chunk, channels, length);
+            analyser.processLow (chunk[0], channels == 2 ? chunk[1] : nullptr, length);
+        }
+
+        spectrumSignal.waitUntilIdle();
+
+        if (analysisSignal.isExitRequested())
+            return;
+
+        if (resetGeneration.load (std::memory_order_acquire) != generation)
+        {
+            restoreLevels (0, lowBandCount);
+            return;
+        }
+
+        updateTopBand();
+        updateGainTargets();
+    }
+
+    model.setIntegratedLUFSAnalysisChanged (true, true);
+}
+
+void LiveAnalysis::updateTopBand()
+{
+    auto topBand = analyser.bandLevels[9].load (std::memory_order_relaxed);
+    makeTopBandValue ({ static_cast<double> (analyser.bandLevels[6].load (std::memory_order_relaxed)),
+                        static_cast<double> (analyser.bandLevels[7].load (std::memory_order_relaxed)),
+                        static_cast<double> (analyser.bandLevels[8].load (std::memory_order_relaxed)) },
+                      &topBand);
+    analyser.bandLevels[9].store (topBand, std::memory_order_relaxed);
+}
+
+void LiveAnalysis::updateGainTargets()
+{
+    std::array<float, analysisBandCount> levels;
+    std::array<float, analysisBandCount> wanted;
+
+    for (std::size_t band = 0; band < analysisBandCount; ++band)
+    {
+        levels[band] = analyser.bandLevels[band].load (std::memory_order_relaxed);
+        wanted[band] = target.targetValues[band].load (std::memory_order_relaxed);
+    }
+
+    const auto lufsDifference = target.targetLufs.load (std::memory_order_relaxed) - inputLoudness();
+    gainTargetChanged =
+        targets.updateGainTargets (levels, wanted, lufsDifference, model.smartBandsReady() && model.targetsReady());
+}
+
+void LiveAnalysis::analyseFullRate()
+{
+    const std::scoped_lock guard (spectrumPass);
+    const auto generation = takeReset (spectrumGeneration, fullRateFifo, &BandAnalyser::resetHighBands);
+    float* chunk[2] { fullRateChunk[0].data(), fullRateChunk[1].data() };
+
+    while (! fullRateChunk[0].empty() && fullRateFifo.numReady() >= chunkLength)
+    {
+        fullRateFifo.read (chunk, channels, chunkLength);
+        analyser.processHigh (chunk[0], channels == 2 ? chunk[1] : nullptr, chunkLength);
+        analyseSpectrumOf (fullRateChunk);
+    }
+
+    if (resetGeneration.load (std::memory_order_acquire) != generation)
+        restoreLevels (lowBandCount, analysisBandCount);
+}
+
+void LiveAnalysis::analyseSpectrumOf (const Chunk& chunk)
+{
+    const auto* left = chunk[0].data();
+    const auto* right = channels == 2 ? chunk[1].data() : nullptr;
+
+    if (! SpectrumAnalyser::isWorthAnalysing (left, right) || ! model.showHeatmap() || spectrumFrozen)
+        return;
+
+    std::array<float, SpectrumAnalyser::binCount> fresh;
+    spectrumAnalyser.analyseSpectrum (left, right, fresh.data());
+
+    {
+        const std::scoped_lock guard (spectrumLock);
+        spectrum = fresh;
+    }
+
+    spectrumFresh.store (true, std::memory_order_release);
+    model.channels.fire (Channels::dftAnalysisChanged);
+}
+
+bool LiveAnalysis::copySpectrum (std::span<float, SpectrumAnalyser::binCount> destination)
+{
+    const auto isNew = spectrumFresh.exchange (false, std::memory_order_acquire);
+    const std::scoped_lock guard (spectrumLock);
+    std::copy (spectrum.begin(), spectrum.end(), destination.begin());
+    return isNew;
+}
+
+void LiveAnalysis::clearSpectrum()
+{
+    const std::scoped_lock guard (spectrumLock);
+    spectrum.fill (0.0f);
+}

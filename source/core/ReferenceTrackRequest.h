@@ -1,0 +1,26 @@
+#pragma once
+
+#include <juce_core/juce_core.h>
+
+#include <vector>
+
+/** A region of a reference track, in samples at the session's rate. */
+struct TrackLoop
+{
+    int startSamples = 0;
+    int endSamples = 0;
+
+    /** Whether the region is in use. */
+    bool active = false;
+
+    /** Made when the record is; never saved. */
+    juce::int64 id = 0;
+};
+
+/** A reference track that a session asks for. */
+struct ReferenceTrackRequest
+{
+    juce::String filePath;
+    juce::String displayName;
+    std::vector<TrackLoop> loops;
+};

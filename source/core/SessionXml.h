@@ -1,0 +1,22 @@
+#pragma once
+
+#include <juce_data_structures/juce_data_structures.h>
+
+#include <memory>
+
+/** Reading and writing XML that comes from anywhere. */
+namespace SessionXml
+{
+/** Parses a block in the framework's binary wrapping; null for anything else. Text that nests deeper than any block of
+    ours, or declares a document type, is refused before the framework's recursive parser sees it. */
+[[nodiscard]] std::unique_ptr<juce::XmlElement> parse (const void* data, int size);
+
+/** Writes a number with enough digits that the same float comes back; what is not finite as nan, inf or -inf. */
+void setDecimal (juce::XmlElement& element, const juce::String& name, float value);
+
+/** Takes values that are not finite out of a parameter tree, so that their parameters get their defaults. */
+void removeNonNumbers (juce::ValueTree& tree);
+
+/** What follows the last separator of either kind, since a session may come from another system. */
+[[nodiscard]] juce::String fileNameOf (const juce::String& path);
+} // namespace SessionXml
