@@ -1,3 +1,4 @@
+#include "app/AnalysisSubcommands.h"
 #include "app/CommandError.h"
 #include "app/Interrupt.h"
 #include "app/ParamsCommand.h"
@@ -83,6 +84,8 @@ ExitCode runProgram (int argumentCount, char** arguments)
 
     ParamsCommand params;
     app.add_subcommand ("params", "List the parameters as a host sees them.")->callback ([&params] { params.run(); });
+
+    addAnalysisSubcommands (app);
 
     try
     {

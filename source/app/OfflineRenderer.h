@@ -34,7 +34,9 @@ private:
     void settle();
     void process (juce::AudioBuffer<float>& block);
 
-    VelmoraAudioProcessor plugin;
+    VelmoraAudioProcessor plugin { HostDescription::ofThisProcess(),
+                                   {},
+                                   VelmoraAudioProcessor::SettingsFile::leaveAlone };
     const int channels;
     const int blockLength;
     bool solo = false;

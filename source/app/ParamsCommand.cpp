@@ -7,7 +7,8 @@
 
 void ParamsCommand::run() const
 {
-    VelmoraAudioProcessor processor;
+    VelmoraAudioProcessor processor (
+        HostDescription::ofThisProcess(), {}, VelmoraAudioProcessor::SettingsFile::leaveAlone);
 
     std::cout << std::left << std::setw (7) << "number" << std::setw (23) << "id" << std::setw (22) << "name"
               << std::setw (9) << "minimum" << std::setw (9) << "maximum" << std::setw (7) << "step" << std::setw (6)

@@ -1,0 +1,49 @@
+#include "app/AnalysisSubcommands.h"
+
+#include "app/MeasureCommand.h"
+#include "app/PresetsCommand.h"
+#include "app/StateCommand.h"
+
+#include <memory>
+
+namespace
+{
+void addMeasure (CLI::App& app)
+{
+    auto command = std::make_shared<MeasureCommand>();
+    auto* measure = app.add_subcommand ("measure", "Measure loudness and the ten band levels of sound files.");
+
+    measure->add_option ("FILE", command->files, "WAV, AIFF, FLAC or MP3 files, mono or stereo, 44.1 to 192 kHz")
+        ->required();
+    measure->add_option ("--preset", command->preset, "Target to compare with: id, name or GROUP/NAME")
+        ->capture_default_str();
+    measure->add_flag ("--json", command->json, "Print for scripts: an array with an object for each file");
+    measure->add_option ("--picture", command->picture, "PNG file to draw levels, target and adjustments into");
+    measure->callback ([command] { command->run(); });
+}
+
+void addPresets (CLI::App& app)
+{
+    auto command = std::make_shared<PresetsCommand>();
+    auto* presets = app.add_subcommand ("presets", "List the presets by group.");
+
+    presets->add_flag ("--json", command->json, "Print for scripts: an array with an object for each preset");
+    presets->callback ([command] { command->run(); });
+}
+
+void addState (CLI::App& app)
+{
+    auto command = std::make_shared<StateCommand>();
+    auto* state = app.add_subcommand ("state", "Say what a saved session block holds.");
+
+    state->add_option ("FILE", command->file, "The block as a host stored it")->required();
+    state->callback ([command] { command->run(); });
+}
+} // namespace
+
+void addAnalysisSubcommands (CLI::App& app)
+{
+    addMeasure (app);
+    addPresets (app);
+    addState (app);
+}

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string>
+
+/** `solvane state`: what a session block holds, in words. */
+struct StateCommand
+{
+    std::string file;
+
+    /** Throws CommandError when the file is no session block. */
+    void run() const;
+};
