@@ -10,13 +10,18 @@
 
 namespace
 {
+/** The parts without the blanks around them. A comma at the end is followed by an empty part. */
 std::vector<std::string> splitAtCommas (const std::string& text)
 {
     std::vector<std::string> parts;
-    std::istringstream stream (text);
+    std::istringstream stream (text + ',');
 
     for (std::string part; std::getline (stream, part, ',');)
-        parts.push_back (part);
+    {
+        const auto first = part.find_first_not_of (' ');
+        const auto last = part.find_last_not_of (' ');
+        parts.push_back (first == std::string::npos ? std::string() : part.substr (first, last - first + 1));
+    }
 
     return parts;
 }
@@ -85,6 +90,8 @@ BandOption BandOption::parse (const std::string& text)
             band.bypass = true;
         else if (part.starts_with ("ms="))
             band.midSide = readWithin (text, part.substr (3), "mid/side value", Settings::Parameter::midSide, "");
+        else if (part.empty())
+            refuse (text, "something is missing after a comma.");
         else
             refuse (text, "'" + part + "' is not known.");
     }

@@ -12,12 +12,23 @@ void request (int)
 {
     requested = 1;
 }
+
+/** A signal that is ignored stays so: a program started with nohup outlives its terminal. */
+void takeOver (int signal)
+{
+    if (std::signal (signal, request) == SIG_IGN)
+        std::signal (signal, SIG_IGN);
+}
 } // namespace
 
 void Interrupt::install()
 {
-    std::signal (SIGINT, request);
-    std::signal (SIGTERM, request);
+    takeOver (SIGINT);
+    takeOver (SIGTERM);
+
+#if defined(SIGHUP)
+    takeOver (SIGHUP);
+#endif
 
 #if defined(SIGXFSZ)
     // A file that meets the system's size limit is then a failed write, which is told, and not the end of the program.

@@ -1,6 +1,7 @@
 #pragma once
 
-/** Ctrl-C and a request to terminate, taken as a flag, so that a command can leave the place as it found it. */
+/** Ctrl-C, a request to terminate and the end of the terminal, taken as a flag, so that a command can leave the place
+   as it found it. */
 namespace Interrupt
 {
 /** Takes the signals over. Once, at the start. */

@@ -7,6 +7,12 @@ namespace
 /** Each processed block hands new taps to one of four BlockProcessors, and a rebuild takes a turn of its own. */
 constexpr int turnsToSettle = 3 * BandEngine::modeCount;
 
+/** The program is its own host. What the folder is called that it lies in must not change the sound. */
+HostDescription ownHost()
+{
+    return { juce::PluginHostType::UnknownHost, {}, &currentThreadPriority };
+}
+
 juce::AudioProcessor::BusesLayout layoutFor (int channelCount)
 {
     const auto set = channelCount == 1 ? juce::AudioChannelSet::mono() : juce::AudioChannelSet::stereo();
@@ -18,7 +24,7 @@ juce::AudioProcessor::BusesLayout layoutFor (int channelCount)
 } // namespace
 
 OfflineRenderer::OfflineRenderer (double sampleRate, int channelCount, int blockSize, const EqualiserSettings& settings)
-    : channels (channelCount), blockLength (blockSize)
+    : plugin (ownHost()), channels (channelCount), blockLength (blockSize)
 {
     plugin.setBusesLayout (layoutFor (channelCount));
     plugin.setNonRealtime (true);
@@ -36,16 +42,19 @@ int OfflineRenderer::delaySamples() const noexcept
 
 void OfflineRenderer::settle()
 {
-    // Together a whole multiple of the factor, so that the FIFOs stand as they did after prepare. Silence leaves every
-    // filter at zero.
+    // Turns of one factor's length each, so that every turn is one processed block, and the FIFOs stand afterwards as
+    // they did before. Silence leaves every filter at zero.
     const auto factor = plugin.model.decimationFactor.load();
-    const auto length = std::min (factor, blockLength);
-    juce::AudioBuffer<float> silence (channels, length);
 
-    for (int turn = 0; turn < turnsToSettle * factor / length; ++turn)
+    for (int turn = 0; turn < turnsToSettle; ++turn)
     {
-        silence.clear();
-        process (silence);
+        for (int done = 0; done < factor;)
+        {
+            juce::AudioBuffer<float> silence (channels, std::min (factor - done, blockLength));
+            silence.clear();
+            process (silence);
+            done += silence.getNumSamples();
+        }
     }
 }
 

@@ -7,15 +7,25 @@
 #include "app/OfflineRenderer.h"
 #include "app/ProgressBar.h"
 
+#include <algorithm>
 #include <cmath>
+#include <filesystem>
 #include <iomanip>
 #include <iostream>
+#include <sstream>
 
 namespace
 {
+/** The file of a path as the shell gave it: a tilde that is left in there is a letter like any other. */
 juce::File fileFor (const std::string& path)
 {
-    return juce::File::getCurrentWorkingDirectory().getChildFile (juce::String::fromUTF8 (path.c_str()));
+    if (path.empty())
+        throw CommandError (ExitCode::badArguments, "A file name is empty.");
+
+    if (! juce::CharPointer_UTF8::isValidString (path.c_str(), static_cast<int> (path.size())))
+        throw CommandError (ExitCode::badArguments, "The file name '" + path + "' is not UTF-8.");
+
+    return juce::File (juce::String::fromUTF8 (std::filesystem::absolute (path).lexically_normal().c_str()));
 }
 
 void requireServedAudio (const AudioInput& input, const std::string& path)
@@ -54,24 +64,45 @@ void describeBand (const PluginModel& model, int band)
               << (model.getBandValue (band, Kind::bypass) == 1.0f ? ", bypassed" : "") << '\n';
 }
 
-void warnOfMasterLimits (const PluginModel& model)
+std::string peakText (float peak)
+{
+    if (peak <= 0.0f)
+        return "silent";
+
+    const auto level = std::round (2000.0 * std::log10 (static_cast<double> (peak))) / 100.0;
+    std::ostringstream text;
+    text << "peak " << std::fixed << std::setprecision (2) << (level == 0.0 ? 0.0 : level) << " dBFS";
+    return text.str();
+}
+
+/** Says where the result will be other than the settings let one expect. */
+void noteSurprises (const EqualiserSettings& settings, const PluginModel& model)
 {
     if (model.filterMode() == FilterMode::master && ! model.canUseMasterMode())
-        std::cerr << "Note: Master filters hold gains within 4 dB. Use --mode mix for more.\n";
+        std::cerr << "Note: Master is made for gains within 4 dB and a Q of up to 1.5, and holds larger gains at 4 dB. "
+                     "Use --mode mix for more.\n";
+
+    if (settings.phase != model.filterPhase())
+        std::cerr << "Note: above 96 kHz the phase is always linear.\n";
+
+    const auto needsStereo = [] (const BandOption& band) { return band.midSide != 0.5f; };
+
+    if (! model.isStereo && std::any_of (settings.bands.begin(), settings.bands.end(), needsStereo))
+        std::cerr << "Note: bands on mid or side do nothing in a mono file.\n";
 }
 } // namespace
 
 void RenderCommand::run() const
 {
     const auto target = fileFor (output);
-    const auto storedAs = format.empty() ? OutputFormat::fromFile (target) : OutputFormat::fromName (format);
+    const auto storedAs = OutputFormat::choose (format, target);
 
     AudioInput source (fileFor (input));
     requireServedAudio (source, input);
 
     OfflineRenderer renderer (source.sampleRate(), source.channelCount(), blockSize, settings);
     const auto& model = renderer.processor().model;
-    warnOfMasterLimits (model);
+    noteSurprises (settings, model);
 
     AudioOutput result (target, storedAs, source.sampleRate(), source.channelCount());
 
@@ -89,7 +120,17 @@ void RenderCommand::run() const
             [&] (const juce::AudioBuffer<float>& block, int start, int count) { result.write (block, start, count); });
     }
 
+    Interrupt::throwIfRequested();
     result.commit();
+    report (source, storedAs, renderer, result);
+}
+
+void RenderCommand::report (const AudioInput& source,
+                            const OutputFormat& storedAs,
+                            OfflineRenderer& renderer,
+                            const AudioOutput& result) const
+{
+    const auto& model = renderer.processor().model;
 
     std::cout << "Input:  " << input << " (" << source.formatName() << ", " << source.sampleRate() << " Hz, "
               << (source.channelCount() == 1 ? "mono" : "stereo") << ", " << std::fixed << std::setprecision (2)
@@ -107,8 +148,7 @@ void RenderCommand::run() const
     if (model.outputGainDb() != 0.0f)
         std::cout << "  Output gain " << model.outputGainDb() << " dB\n";
 
-    std::cout << "Result: " << output << " (" << storedAs.description() << ", peak "
-              << 20.0 * std::log10 (static_cast<double> (result.peak())) << " dBFS)\n";
+    std::cout << "Result: " << output << " (" << storedAs.description() << ", " << peakText (result.peak()) << ")\n";
 
     if (result.clippedCount() > 0 && storedAs.bits != 32)
         std::cerr

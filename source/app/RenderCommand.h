@@ -4,6 +4,11 @@
 
 #include <string>
 
+class AudioInput;
+class AudioOutput;
+class OfflineRenderer;
+struct OutputFormat;
+
 /** `solvane render`: one file through the equaliser into another. */
 struct RenderCommand
 {
@@ -15,4 +20,10 @@ struct RenderCommand
 
     /** Renders, and prints what was done. Throws CommandError. */
     void run() const;
+
+private:
+    void report (const AudioInput& source,
+                 const OutputFormat& storedAs,
+                 OfflineRenderer& renderer,
+                 const AudioOutput& result) const;
 };
