@@ -87,6 +87,21 @@ void BandEngine::prepare (double sampleRate)
     }
 }
 
+bool BandEngine::rebuildPending()
+{
+    auto any = false;
+
+    for (auto& current : lanes)
+        if (current->block.needsRebuild.exchange (false))
+        {
+            const ScopedOwnership ownership (current->block);
+            current->block.rebuild();
+            any = true;
+        }
+
+    return any;
+}
+
 void BandEngine::sendCurrentUpdates()
 {
     CurrentUpdates updates;

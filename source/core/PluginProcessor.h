@@ -74,7 +74,6 @@ public:
 
 private:
     void timerCallback() override;
-    void adoptSampleRate (double sampleRate);
     void reportLatency (int samples);
     [[nodiscard]] bool mayTellHost() const noexcept;
 
