@@ -171,6 +171,10 @@ bool BandEngine::apply (Lane& target, float value, const std::string& parameterI
     if (target.block.mode() == BlockProcessorMode::display && ! model.soloActive && ! model.mainBypass())
         publishResponse (target.block);
 
+    // A value that holds the gain scale comes from no change of a gain, and whoever scaled it has told what it means.
+    if (gainScaleApplied)
+        return false;
+
     const auto name = parseBandMessageName (parameterId);
     return name.has_value() && (name->kind == BandMessageKind::gain || name->kind == BandMessageKind::q);
 }
