@@ -48,12 +48,6 @@ AudioCallback::AudioCallback (PluginModel& modelToUse,
 {
 }
 
-void AudioCallback::prepareRate (double sampleRate)
-{
-    rateConverter.setSampleRate (sampleRate);
-    rateConverter.buildFilters();
-}
-
 void AudioCallback::prepare()
 {
     const auto channels = std::clamp (model.numChannels.load(), 0, 2);
@@ -63,6 +57,8 @@ void AudioCallback::prepare()
     const auto fifoCapacity = std::max (2 * blockSize, blockSize + longestDecimationFactor + 1);
     const auto blockCapacity = std::max (2 * blockSize, blockSize + longestDecimationFactor);
 
+    rateConverter.setSampleRate (model.sampleRate);
+    rateConverter.buildFilters();
     inputFifo.resize (channels, fifoCapacity);
     outputFifo.resize (channels, fifoCapacity);
     inputBlock.setSize (channels, blockCapacity);

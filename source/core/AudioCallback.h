@@ -30,11 +30,9 @@ public:
                    const HostDescription& description,
                    std::function<bool()> isOffline);
 
-    /** Sizes and clears the buffers for model's rate, block size, channels and decimation factor. Audio stopped. */
+    /** Sizes and clears the buffers for the model's rate, block size, channels and decimation factor, and renews the
+        rate converter's filters. Audio stopped. */
     void prepare();
-
-    /** Renews the rate converter's filters. Audio stopped. */
-    void prepareRate (double sampleRate);
 
     /** Sizes both delay lines for the model's base latency; they are cleared at the next block. Any thread. */
     void updateLatency() noexcept;

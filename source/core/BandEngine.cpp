@@ -87,6 +87,21 @@ void BandEngine::prepare (double sampleRate)
     }
 }
 
+bool BandEngine::rebuildPending()
+{
+    auto any = false;
+
+    for (auto& current : lanes)
+        if (current->block.needsRebuild.exchange (false))
+        {
+            const ScopedOwnership ownership (current->block);
+            current->block.rebuild();
+            any = true;
+        }
+
+    return any;
+}
+
 void BandEngine::sendCurrentUpdates()
 {
     CurrentUpdates updates;
@@ -155,6 +170,10 @@ bool BandEngine::apply (Lane& target, float value, const std::string& parameterI
 
     if (target.block.mode() == BlockProcessorMode::display && ! model.soloActive && ! model.mainBypass())
         publishResponse (target.block);
+
+    // A value that holds the gain scale comes from no change of a gain, and whoever scaled it has told what it means.
+    if (gainScaleApplied)
+        return false;
 
     const auto name = parseBandMessageName (parameterId);
     return name.has_value() && (name->kind == BandMessageKind::gain || name->kind == BandMessageKind::q);

@@ -48,6 +48,11 @@ public:
     /** Gives every BlockProcessor a new rate. Waits for designs under way; audio stopped. */
     void prepare (double sampleRate);
 
+    /** Rebuilds every BlockProcessor that is marked for it, and leaves the new design to sendCurrentUpdates(). Waits
+       for designs under way; audio stopped.
+        @returns whether any was */
+    bool rebuildPending();
+
     /** Sends the current settings of all ten bands to all four modes. */
     void sendCurrentUpdates();
 

@@ -67,45 +67,42 @@ VelmoraAudioProcessor::~VelmoraAudioProcessor()
 
 void VelmoraAudioProcessor::prepareToPlay (double sampleRate, int maxBlock)
 {
-    const auto channels = getTotalNumInputChannels();
-    model.numChannels = channels;
-    model.isStereo = channels == 2;
-    model.maxBlockSize = maxBlock;
-
     if (host.hostIsWavelab && sampleRate == 0.0)
         sampleRate = rateForUnknownRate;
 
+    const auto channels = getTotalNumInputChannels();
     const auto rateChanged = sampleRate != model.sampleRate;
+    const auto layoutChanged = channels != model.numChannels;
+    model.numChannels = channels;
+    model.isStereo = channels == 2;
+    model.maxBlockSize = maxBlock;
+    model.sampleRate = sampleRate;
 
     if (const auto factor = decimationFactorFor (sampleRate))
         model.decimationFactor = *factor;
 
-    if (rateChanged)
-        adoptSampleRate (sampleRate);
-
-    // The short minimum-phase filters end at 96 kHz, so linear phase is forced above.
+    // The short minimum-phase filters end at 96 kHz, so linear phase is forced above. Before the filters take their
+    // lengths, or the first blocks would rebuild them once more.
     if (sampleRate == 176400.0 || sampleRate == 192000.0)
         model.setParameterValue (ParameterIds::phase, 1.0f);
 
+    if (rateChanged)
+        engine.prepare (sampleRate);
+
+    const auto rebuilt = engine.rebuildPending();
     updateLatency (true);
     audioCallback.prepare();
     analysis.prepare();
     model.setTargetsReady (false, false);
     model.setSmartBandsReady (false, false);
 
-    // Whatever was set while no rate was known, and every curve drawn for another rate, reaches the filters now.
-    if (rateChanged)
+    // Whatever was set while no rate was known, what a mono layout ignored, and every curve drawn for another rate,
+    // reaches the filters now.
+    if (sampleRate != 0.0 && (rateChanged || layoutChanged || rebuilt))
     {
         router.readCurrentParameters();
         engine.sendCurrentUpdates();
     }
-}
-
-void VelmoraAudioProcessor::adoptSampleRate (double sampleRate)
-{
-    model.sampleRate = sampleRate;
-    engine.prepare (sampleRate);
-    audioCallback.prepareRate (sampleRate);
 }
 
 void VelmoraAudioProcessor::processBlock (juce::AudioBuffer<float>& buffer, juce::MidiBuffer&)

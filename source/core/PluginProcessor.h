@@ -100,7 +100,6 @@ public:
 
 private:
     void timerCallback() override;
-    void adoptSampleRate (double sampleRate);
     void choosePreset (int id);
     void reportLatency (int samples);
     [[nodiscard]] bool mayTellHost() const noexcept;

@@ -8,6 +8,20 @@ namespace
 {
 // "band_frequency_0" is one character longer than a string holds without the heap.
 constexpr std::size_t reservedIdLength = 32;
+
+/** Calls a function of the handler's. What escapes it is written out, and the loop goes on. */
+template <typename Function>
+void guarded (Function&& function)
+{
+    try
+    {
+        function();
+    }
+    catch (const std::exception& exception)
+    {
+        std::cerr << "Standard exception: " << exception.what() << std::endl;
+    }
+}
 } // namespace
 
 ParameterWorker::ParameterWorker (IMessageHandler& handlerToUse) : handler (handlerToUse) {}
@@ -86,10 +100,10 @@ void ParameterWorker::runBatch()
         if (! beginMessage())
             break;
 
-        handle (running[index]);
+        guarded ([&] { handler.handle (running[index]); });
     }
 
-    handler.endBatch();
+    guarded ([this] { handler.endBatch(); });
 }
 
 bool ParameterWorker::beginMessage()
@@ -101,18 +115,6 @@ bool ParameterWorker::beginMessage()
 
     ++processed;
     return true;
-}
-
-void ParameterWorker::handle (const QueuedMessage& queued)
-{
-    try
-    {
-        handler.handle (queued);
-    }
-    catch (const std::exception& exception)
-    {
-        std::cerr << "Standard exception: " << exception.what() << std::endl;
-    }
 }
 
 void ParameterWorker::requestStop()

@@ -16,7 +16,7 @@ public:
     /** Before the first message of a batch. */
     virtual void beginBatch() = 0;
 
-    /** One message. What it throws is written to the standard error stream, and the batch goes on. */
+    /** One message. What this or endBatch() throws is written to the standard error stream, and the loop goes on. */
     virtual void handle (const QueuedMessage& queued) = 0;
 
     /** After the last message of a batch, also of one cut short. */
@@ -80,7 +80,6 @@ private:
     [[nodiscard]] bool takeBatch();
     void runBatch();
     [[nodiscard]] bool beginMessage();
-    void handle (const QueuedMessage& queued);
 
     IMessageHandler& handler;
 

@@ -1,9 +1,16 @@
 #include "support/PluginRig.h"
 
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 #include <random>
 #include <thread>
+
+namespace juce
+{
+// What the framework's own message thread of a plug-in calls. A dispatch loop cannot be run twice in one process.
+bool dispatchNextMessageOnSystemQueue (bool returnIfNoPendingMessages);
+} // namespace juce
 
 PluginRig::PluginRig (const HostDescription& host) : processor (host) {}
 
@@ -44,11 +51,38 @@ void PluginRig::settle()
     // A rebuild takes a turn of each BlockProcessor and asks for a design, whose taps take another turn.
     for (int round = 0; round < 3; ++round)
     {
-        while (! processor.bandEngine().isIdle())
-            std::this_thread::yield();
-
+        waitForWorkers();
         runSilence (4 * 8 * 4, 32);
     }
+}
+
+void PluginRig::waitForWorkers()
+{
+    while (! processor.bandEngine().isIdle())
+        std::this_thread::yield();
+}
+
+TapSets PluginRig::designedTaps (BlockProcessorMode mode)
+{
+    waitForWorkers();
+    auto& target = processor.bandEngine().block (mode);
+    target.own();
+    const auto taps = target.taps();
+    target.disown();
+    return taps;
+}
+
+void PluginRig::process (juce::AudioBuffer<float>& buffer)
+{
+    juce::MidiBuffer noMidi;
+    processor.processBlock (buffer, noMidi);
+}
+
+void PluginRig::serveMessagesUntil (const std::function<bool()>& done)
+{
+    while (! done())
+        if (! juce::dispatchNextMessageOnSystemQueue (true))
+            std::this_thread::yield();
 }
 
 PluginRig::Signal PluginRig::run (const Signal& input, int blockSize)
@@ -60,7 +94,6 @@ PluginRig::Signal PluginRig::run (const Signal& input, const std::function<int()
 {
     const auto length = static_cast<int> (input[0].size());
     auto output = input;
-    juce::MidiBuffer noMidi;
 
     for (int start = 0; start < length;)
     {
@@ -70,7 +103,7 @@ PluginRig::Signal PluginRig::run (const Signal& input, const std::function<int()
         for (int channel = 0; channel < channels; ++channel)
             buffer.copyFrom (channel, 0, input[static_cast<std::size_t> (channel)].data() + start, count);
 
-        processor.processBlock (buffer, noMidi);
+        process (buffer);
 
         for (int channel = 0; channel < channels; ++channel)
             std::copy_n (
@@ -112,6 +145,33 @@ PluginRig::Signal signals::impulse (int channelCount, int length, int channel)
                               std::vector<float> (static_cast<std::size_t> (length), 0.0f));
     signal[static_cast<std::size_t> (channel)][0] = 1.0f;
     return signal;
+}
+
+PluginRig::Signal signals::delayedBy (const PluginRig::Signal& signal, int samples)
+{
+    auto result = signal;
+
+    for (auto& channel : result)
+    {
+        const auto count = std::min (static_cast<std::ptrdiff_t> (samples), std::ssize (channel));
+        std::shift_right (channel.begin(), channel.end(), count);
+        std::fill_n (channel.begin(), count, 0.0f);
+    }
+
+    return result;
+}
+
+std::string
+signals::firstDifference (const PluginRig::Signal& actual, const PluginRig::Signal& expected, float tolerance)
+{
+    for (std::size_t channel = 0; channel < expected.size(); ++channel)
+        for (std::size_t index = 0; index < expected[channel].size(); ++index)
+            if (! (std::abs (actual[channel][index] - expected[channel][index]) <= tolerance))
+                return "channel " + std::to_string (channel) + ", sample " + std::to_string (index) + ": "
+                       + std::to_string (actual[channel][index]) + " instead of "
+                       + std::to_string (expected[channel][index]);
+
+    return {};
 }
 
 double signals::magnitudeDb (const std::vector<double>& sequence, double frequencyHz, double sampleRate)
