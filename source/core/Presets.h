@@ -71,7 +71,8 @@ public:
     Library (const Library&) = delete;
     Library& operator= (const Library&) = delete;
 
-    /** The preset with this id, or null. Any thread; real-time safe. */
+    /** The preset with this id, or null. Any thread; real-time safe. Of USER SETTING read id, category and name only.
+     */
     [[nodiscard]] const Preset* findPresetById (int id) const noexcept;
 
     [[nodiscard]] const juce::String& groupName (const Preset& preset) const noexcept;
@@ -97,7 +98,7 @@ public:
         std::optional<float> topBand;
     };
 
-    /** A copy of a preset's numbers. Any thread; takes the mutex for USER SETTING only. */
+    /** A copy of the numbers of one of this library's presets. Any thread; takes the mutex for USER SETTING only. */
     [[nodiscard]] Numbers numbersOf (const Preset& preset) const;
 
     /** Writes USER SETTING. Any thread but the audio thread. */
@@ -134,6 +135,7 @@ struct MenuEntry
     std::vector<Item> items;
 };
 
-/** The menu: headings before BASS and ELECTRONIC, a sub-menu for each group; USER SETTING only once a target was set. */
+/** The menu: headings before BASS and ELECTRONIC, a sub-menu for each group; USER SETTING only once a target was set.
+    Nothing in the two sub-menus OTHER tells them apart but the heading that each stands under. */
 [[nodiscard]] std::vector<MenuEntry> makeMenu (const Library& library, bool targetSetByUser);
 } // namespace Presets
