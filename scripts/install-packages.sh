@@ -1,15 +1,17 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that a task needs and that are missing: install-packages.sh build|sound|test|bench ...
+# "presets" is what the presets were measured from; only measuring them anew needs it.
 set -euo pipefail
 
 build=(g++ make cmake ninja-build ccache pkg-config ca-certificates
     juce-modules-source fst-dev libopenblas-serial-dev libkissfft-dev libcli11-dev nlohmann-json3-dev
     libflac-dev libpng-dev libjpeg-dev zlib1g-dev libcurl4-gnutls-dev)
 sound=(sonic-pi-samples)
-test=(libgtest-dev libgmock-dev lilv-utils sox libsox-fmt-mp3 libebur128-dev)
+test=(libgtest-dev libgmock-dev lilv-utils python3 sox libsox-fmt-mp3 libebur128-dev)
 bench=(libbenchmark-dev)
 peers=(lsp-plugins-vst iem-plugin-suite-vst)
 docs=(python3 gnuplot-nox fonts-lato)
+presets=(sonic-pi-samples fluid-soundfont-gm avldrums.lv2-soundfont wesnoth-1.16-music fluidsynth sox)
 
 missing=()
 for group in "$@"; do
