@@ -105,6 +105,11 @@ void addRender (CLI::App& app,
         ->check (numberWithin (0.0, 200.0, " percent"));
     setUp (render->add_option ("--output-gain", settings.outputGainDb, "Gain behind the equaliser, -12 to 12"), "DB")
         ->check (numberWithin (-12.0, 12.0, " dB"));
+    render
+        ->add_option (
+            "--preset", command.preset, "Preset to select: id, name or GROUP/NAME. A target; it changes no sound")
+        ->type_name ("PRESET")
+        ->take_last();
     setUp (
         render->add_option ("--block", command.blockSize, "Samples a block, 1 to 8192; changes nothing that is heard"),
         "N")
@@ -139,7 +144,7 @@ std::string sentenceFor (const CLI::App& app, const CLI::ParseError& error, int 
 {
     if (app.get_subcommands().empty())
         return (argumentCount > 1 ? std::string ("'") + arguments[1] + "' is no command." : "A command is missing.")
-               + " There are render and params; 'solvane --help' says more.";
+               + " There are render, measure, presets, params and state; 'solvane --help' says more.";
 
     std::string sentence = error.what();
 

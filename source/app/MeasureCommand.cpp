@@ -2,6 +2,7 @@
 
 #include "app/AudioInput.h"
 #include "app/CommandError.h"
+#include "app/FileArgument.h"
 #include "app/Interrupt.h"
 #include "app/Measurement.h"
 #include "app/MeasurementPicture.h"
@@ -22,7 +23,7 @@ constexpr int blockLength = 4096;
 
 Measurement measure (const std::string& path, const MeasurementTarget& target)
 {
-    AudioInput input (juce::File::getCurrentWorkingDirectory().getChildFile (juce::String::fromUTF8 (path.c_str())));
+    AudioInput input (fileFor (path));
     requireServedAudio (input, path);
 
     const auto stereo = input.channelCount() == 2;

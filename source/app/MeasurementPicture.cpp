@@ -1,6 +1,7 @@
 #include "app/MeasurementPicture.h"
 
 #include "app/CommandError.h"
+#include "app/FileArgument.h"
 
 #include <juce_gui_basics/juce_gui_basics.h>
 
@@ -199,7 +200,7 @@ void drawMeasurements (const std::vector<Measurement>& measurements,
         drawAdjustments (graphics, measurements);
     }
 
-    const auto file = juce::File::getCurrentWorkingDirectory().getChildFile (juce::String::fromUTF8 (path.c_str()));
+    const auto file = fileFor (path);
     juce::MemoryOutputStream encoded;
 
     // Replaced as a whole, so that a failure leaves no half picture.

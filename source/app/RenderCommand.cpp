@@ -3,45 +3,21 @@
 #include "app/AudioInput.h"
 #include "app/AudioOutput.h"
 #include "app/CommandError.h"
+#include "app/FileArgument.h"
 #include "app/Interrupt.h"
 #include "app/OfflineRenderer.h"
+#include "app/PresetChoice.h"
 #include "app/ProgressBar.h"
+#include "app/ServedAudio.h"
 
 #include <algorithm>
 #include <cmath>
-#include <filesystem>
 #include <iomanip>
 #include <iostream>
 #include <sstream>
 
 namespace
 {
-/** The file of a path as the shell gave it: a tilde that is left in there is a letter like any other. */
-juce::File fileFor (const std::string& path)
-{
-    if (path.empty())
-        throw CommandError (ExitCode::badArguments, "A file name is empty.");
-
-    if (! juce::CharPointer_UTF8::isValidString (path.c_str(), static_cast<int> (path.size())))
-        throw CommandError (ExitCode::badArguments, "The file name '" + path + "' is not UTF-8.");
-
-    return juce::File (juce::String::fromUTF8 (std::filesystem::absolute (path).lexically_normal().c_str()));
-}
-
-void requireServedAudio (const AudioInput& input, const std::string& path)
-{
-    if (! decimationFactorFor (input.sampleRate()).has_value())
-        throw CommandError (ExitCode::unsupportedAudio,
-                            "'" + path + "' has " + juce::String (input.sampleRate()).toStdString()
-                                + " Hz. The filters serve 44100, 48000, 88200, 96000, 176400 and 192000 Hz; "
-                                  "convert the file first.");
-
-    if (input.channelCount() > 2)
-        throw CommandError (ExitCode::unsupportedAudio,
-                            "'" + path + "' has " + std::to_string (input.channelCount())
-                                + " channels. Mono and stereo files can be rendered.");
-}
-
 std::string parameterText (const PluginModel& model, int band, Settings::Parameter kind)
 {
     for (const auto& row : ParameterTable::rows())
@@ -102,6 +78,7 @@ void RenderCommand::run() const
 
     OfflineRenderer renderer (source.sampleRate(), source.channelCount(), blockSize, settings);
     const auto& model = renderer.processor().model;
+    selectPreset (renderer.processor());
     noteSurprises (settings, model);
 
     AudioOutput result (target, storedAs, source.sampleRate(), source.channelCount());
@@ -123,6 +100,13 @@ void RenderCommand::run() const
     Interrupt::throwIfRequested();
     result.commit();
     report (source, storedAs, renderer, result);
+}
+
+void RenderCommand::selectPreset (VelmoraAudioProcessor& processor) const
+{
+    if (! preset.empty())
+        processor.model.setParameterValue (ParameterIds::currentPreset,
+                                           static_cast<float> (PresetChoice::find (processor.presets, preset).id));
 }
 
 void RenderCommand::report (const AudioInput& source,
@@ -147,6 +131,14 @@ void RenderCommand::report (const AudioInput& source,
 
     if (model.outputGainDb() != 0.0f)
         std::cout << "  Output gain " << model.outputGainDb() << " dB\n";
+
+    if (! preset.empty())
+    {
+        const auto& presets = renderer.processor().presets;
+        const auto& chosen = presets.currentPreset();
+        std::cout << "  Preset " << presets.groupName (chosen) << '/' << chosen.name
+                  << " (a target; it changes no sound)\n";
+    }
 
     std::cout << "Result: " << output << " (" << storedAs.description() << ", " << peakText (result.peak()) << ")\n";
 

@@ -7,6 +7,7 @@
 class AudioInput;
 class AudioOutput;
 class OfflineRenderer;
+class VelmoraAudioProcessor;
 struct OutputFormat;
 
 /** `solvane render`: one file through the equaliser into another. */
@@ -15,6 +16,9 @@ struct RenderCommand
     std::string input;
     std::string output;
     std::string format;
+
+    /** Id or name of the preset to select, or nothing. */
+    std::string preset;
     int blockSize = 512;
     EqualiserSettings settings;
 
@@ -22,6 +26,7 @@ struct RenderCommand
     void run() const;
 
 private:
+    void selectPreset (VelmoraAudioProcessor& processor) const;
     void report (const AudioInput& source,
                  const OutputFormat& storedAs,
                  OfflineRenderer& renderer,

@@ -1,6 +1,7 @@
 #include "app/StateCommand.h"
 
 #include "app/CommandError.h"
+#include "app/FileArgument.h"
 #include "core/ParameterTable.h"
 #include "core/SessionXml.h"
 
@@ -75,7 +76,7 @@ void describeTrack (const juce::XmlElement& track)
 void StateCommand::run() const
 {
     juce::MemoryBlock block;
-    const auto source = juce::File::getCurrentWorkingDirectory().getChildFile (juce::String::fromUTF8 (file.c_str()));
+    const auto source = fileFor (file);
 
     if (! source.existsAsFile() || ! source.loadFileAsData (block))
         throw CommandError (ExitCode::unreadableInput, "'" + file + "' cannot be read.");
