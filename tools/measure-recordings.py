@@ -25,19 +25,22 @@ PEARL = "Black_Pearl_4_LV2"
 ZEPPELIN = "Red_Zeppelin_4_LV2"
 TICKS_PER_BEAT = 48
 DRUM_CHANNEL = 9
+PROGRAMS = {0: "grand piano", 4: "tine piano", 5: "electric piano", 16: "drawbar organ", 18: "rock organ",
+            25: "steel guitar", 29: "overdriven guitar", 30: "distorted guitar", 33: "fingered bass", 34: "picked bass",
+            36: "slapped bass", 42: "cello", 48: "strings", 61: "brass section", 62: "synth brass", 81: "saw lead"}
 
 
 def hits(period, *names):
     """One-shots, each struck anew every `period` seconds and cut off by the next."""
-    return [("one-shot every %g s" % period, ["%s/%s.flac" % (SONIC_PI, n), period]) for n in names]
+    return [("struck every %g s" % period, ["%s/%s.flac" % (SONIC_PI, n), period]) for n in names]
 
 
 def loops(*names):
-    return [("loop", ["%s/%s.flac" % (SONIC_PI, n), None]) for n in names]
+    return [("looped", ["%s/%s.flac" % (SONIC_PI, n), None]) for n in names]
 
 
 def scores(*names):
-    return [("whole piece", ["%s/%s.ogg" % (WESNOTH, n), None]) for n in names]
+    return [("as a whole", ["%s/%s.ogg" % (WESNOTH, n), None]) for n in names]
 
 
 def decoded(path, period):
@@ -110,12 +113,12 @@ CYMBALS_ONLY = [n for n in beat_pattern(RIDE, 2, 96, (), True) if n[2] != SNARE]
 
 
 def phrase(font, program, notes):
-    return [("phrase on program %d" % program, [font, program, notes, 0])]
+    return [("playing a phrase", [font, program, notes, 0])]
 
 
 def kit(font, notes, program=0):
     """The kits of the drum sound fonts are ordinary programs; the general one keeps its kits on the drum channel."""
-    return [("pattern on kit %d" % program, [font, program, notes, DRUM_CHANNEL if font == GM else 0])]
+    return [("playing a pattern", [font, program, notes, DRUM_CHANNEL if font == GM else 0])]
 
 
 def variable_length(value):
@@ -216,13 +219,31 @@ RECORDINGS = {
 }
 
 
-def describe(source):
-    what, arguments = source
+def name_of(source):
+    _, arguments = source
 
     if arguments[0].startswith("/"):
-        return "%s (%s)" % (arguments[0].rsplit("/", 1)[1], what)
+        return arguments[0].rsplit("/", 1)[1]
 
-    return "%s (%s)" % (arguments[0], what)
+    font, program, _, channel = arguments
+
+    if channel == DRUM_CHANNEL:
+        return "%s drum kit %d" % (font, program)
+
+    return "%s %s" % (font, PROGRAMS[program]) if font == GM else font
+
+
+def describe(sources):
+    """Names of the recordings by what was done with them, each name once."""
+    groups = {}
+
+    for source in sources:
+        names = groups.setdefault(source[0], [])
+
+        if name_of(source) not in names:
+            names.append(name_of(source))
+
+    return "; ".join("%s %s" % (", ".join(names), what) for what, names in groups.items())
 
 
 def measure(tool, source):
@@ -242,7 +263,7 @@ def main():
     for name, sources in RECORDINGS.items():
         measured = [measure(sys.argv[1], source) for source in sources]
         means = ["%.2f" % (sum(values) / len(values)) for values in zip(*measured)]
-        writer.writerow([name] + means + ["; ".join(describe(source) for source in sources)])
+        writer.writerow([name] + means + [describe(sources)])
 
 
 if __name__ == "__main__":
