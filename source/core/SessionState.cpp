@@ -166,11 +166,11 @@ void SessionState::read (const void* data, int size)
 
 void SessionState::readSettingsElement (const juce::XmlElement& element)
 {
-    const auto lufs = static_cast<float> (element.getDoubleAttribute ("lufs-overall", 0.0));
+    const auto lufs = SessionXml::getDecimal (element, "lufs-overall");
     std::array<float, Presets::bandValueCount> values;
 
     for (std::size_t band = 0; band < values.size(); ++band)
-        values[band] = static_cast<float> (element.getDoubleAttribute (levelName (band), 0.0));
+        values[band] = SessionXml::getDecimal (element, levelName (band));
 
     presets.setUserSetting (lufs, values);
 

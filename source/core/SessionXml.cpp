@@ -1,56 +1,45 @@
 #include "core/SessionXml.h"
 
+#include "core/XmlGuard.h"
+
 #include <juce_audio_processors/juce_audio_processors.h>
 
+#include <algorithm>
 #include <cmath>
-#include <string_view>
+#include <limits>
 
 namespace
 {
-/** A block of ours nests four deep. */
-constexpr int deepestNesting = 32;
+/** The framework's binary wrapping: a mark, then the text's length, then the text, which may also end at a zero. */
+constexpr int lengthPosition = 4;
+constexpr int textPosition = 8;
 
-/** A count from the outside of tags alone; it may be too high for odd text, never too low for text that nests. */
-bool nestsTooDeep (std::string_view text) noexcept
+std::string_view textOf (const char* data, int size) noexcept
 {
-    auto depth = 0;
-
-    for (std::size_t index = 0; index + 1 < text.size(); ++index)
-    {
-        if (text[index] == '<')
-        {
-            const auto next = text[index + 1];
-
-            if (next == '/')
-                --depth;
-            else if (next != '!' && next != '?')
-                ++depth;
-        }
-        else if (text[index] == '/' && text[index + 1] == '>')
-        {
-            --depth;
-        }
-
-        if (depth > deepestNesting)
-            return true;
-    }
-
-    return false;
-}
-
-bool isSuspicious (std::string_view text) noexcept
-{
-    return text.find ("<!DOCTYPE") != std::string_view::npos || nestsTooDeep (text);
+    const auto length = static_cast<int> (juce::ByteOrder::littleEndianInt (data + lengthPosition));
+    const std::string_view text (data + textPosition,
+                                 static_cast<std::size_t> (std::clamp (length, 0, size - textPosition)));
+    return text.substr (0, text.find ('\0'));
 }
 } // namespace
 
 std::unique_ptr<juce::XmlElement> SessionXml::parse (const void* data, int size)
 {
-    if (data == nullptr || size <= 0
-        || isSuspicious ({ static_cast<const char*> (data), static_cast<std::size_t> (size) }))
+    if (data == nullptr || size <= textPosition
+        || ! XmlGuard::mayBeParsed (textOf (static_cast<const char*> (data), size)))
         return nullptr;
 
     return juce::AudioProcessor::getXmlFromBinary (data, size);
+}
+
+float SessionXml::getDecimal (const juce::XmlElement& element, const juce::String& name)
+{
+    const auto value = element.getDoubleAttribute (name, 0.0);
+
+    if (std::abs (value) > static_cast<double> (std::numeric_limits<float>::max()))
+        return std::copysign (std::numeric_limits<float>::infinity(), static_cast<float> (std::copysign (1.0, value)));
+
+    return static_cast<float> (value);
 }
 
 void SessionXml::setDecimal (juce::XmlElement& element, const juce::String& name, float value)

@@ -7,9 +7,11 @@
 /** Reading and writing XML that comes from anywhere. */
 namespace SessionXml
 {
-/** Parses a block in the framework's binary wrapping; null for anything else. Text that nests deeper than any block of
-    ours, or declares a document type, is refused before the framework's recursive parser sees it. */
+/** Parses a block in the framework's binary wrapping; null for anything else, and for what XmlGuard refuses. */
 [[nodiscard]] std::unique_ptr<juce::XmlElement> parse (const void* data, int size);
+
+/** Reads a number that setDecimal wrote: 0 where there is none, and infinite where it is too large for a float. */
+[[nodiscard]] float getDecimal (const juce::XmlElement& element, const juce::String& name);
 
 /** Writes a number with enough digits that the same float comes back; what is not finite as nan, inf or -inf. */
 void setDecimal (juce::XmlElement& element, const juce::String& name, float value);
