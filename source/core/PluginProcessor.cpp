@@ -185,8 +185,6 @@ void VelmoraAudioProcessor::setDefaultSettings()
     model.showToolTips = false;
     model.showNotifications = true;
     model.setShowHeatmap (true);
-    model.windowWidth = defaultWindowWidth;
-    model.windowHeight = defaultWindowHeight;
 }
 
 void VelmoraAudioProcessor::choosePreset (int id)

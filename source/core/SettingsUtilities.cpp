@@ -1,9 +1,18 @@
 #include "core/SettingsUtilities.h"
 
+#include "core/SessionXml.h"
+
 #include <juce_audio_processors/juce_audio_processors.h>
 
-#if ! JUCE_WINDOWS
+#include <array>
+#include <atomic>
+#include <filesystem>
+
+#if JUCE_WINDOWS
+    #include <process.h>
+#else
     #include <sys/stat.h>
+    #include <unistd.h>
 #endif
 
 namespace
@@ -12,6 +21,27 @@ constexpr auto rootTag = "ZVQ-PRESETS";
 constexpr auto settingsTag = "general-settings";
 constexpr int moveTries = 5;
 constexpr int moveRetryMilliseconds = 100;
+
+/** A file of ours has some hundred bytes. */
+constexpr std::size_t longestFile = std::size_t { 1 } << 20;
+
+int processId() noexcept
+{
+#if JUCE_WINDOWS
+    return _getpid();
+#else
+    return static_cast<int> (getpid());
+#endif
+}
+
+std::filesystem::path pathOf (const juce::File& file)
+{
+#if JUCE_WINDOWS
+    return file.getFullPathName().toWideCharPointer();
+#else
+    return file.getFullPathName().toStdString();
+#endif
+}
 
 /** Moving a file over another replaces it whatever its mode says, and an administrator may write to any: a target that
     nobody may write to counts as locked all the same. */
@@ -28,11 +58,64 @@ bool isLocked (const juce::File& file)
 #endif
 }
 
-bool moveOver (const juce::File& target, const juce::TemporaryFile& replacement)
+/** A name beside the target that no other instance uses. Chance alone does not do: processes that were forked from the
+    same host draw the same numbers. */
+juce::File temporaryBeside (const juce::File& target)
+{
+    static std::atomic<unsigned> count { 0 };
+    const auto name = target.getFileNameWithoutExtension() + "_temp" + juce::String (processId()) + "-"
+                      + juce::String (++count) + "-" + juce::String::toHexString (juce::Time::getHighResolutionTicks())
+                      + target.getFileExtension();
+    return target.getSiblingFile (name);
+}
+
+/** Removes its file at the end, where it has not been moved away by then. */
+class ScopedFile
+{
+public:
+    explicit ScopedFile (juce::File fileToOwn) : owned (std::move (fileToOwn)) { owned.deleteFile(); }
+    ~ScopedFile() { owned.deleteFile(); }
+
+    ScopedFile (const ScopedFile&) = delete;
+    ScopedFile& operator= (const ScopedFile&) = delete;
+
+    [[nodiscard]] const juce::File& get() const noexcept { return owned; }
+
+private:
+    juce::File owned;
+};
+
+bool writeAll (const juce::File& file, const juce::MemoryBlock& contents)
+{
+    {
+        juce::FileOutputStream stream (file);
+
+        if (! stream.openedOk() || ! stream.write (contents.getData(), contents.getSize()))
+            return false;
+
+        stream.flush();
+
+        if (stream.getStatus().failed())
+            return false;
+    }
+
+    // The stream calls it a success when a disk that runs full takes a part.
+    return file.getSize() == static_cast<juce::int64> (contents.getSize());
+}
+
+/** In one step: the framework's own function falls back to deleting the target and copying. */
+bool replaceInOneStep (const juce::File& target, const juce::File& replacement)
+{
+    std::error_code error;
+    std::filesystem::rename (pathOf (replacement), pathOf (target), error);
+    return ! error;
+}
+
+bool moveOver (const juce::File& target, const juce::File& replacement)
 {
     for (int attempt = 1; attempt <= moveTries; ++attempt)
     {
-        if (! isLocked (target) && replacement.getFile().replaceFileIn (target))
+        if (! isLocked (target) && replaceInOneStep (target, replacement))
             return true;
 
         if (attempt < moveTries)
@@ -56,7 +139,7 @@ void SettingsUtilities::loadSettings()
     std::unique_ptr<juce::XmlElement> root;
 
     if (readFile (contents))
-        root = juce::AudioProcessor::getXmlFromBinary (contents.getData(), static_cast<int> (contents.getSize()));
+        root = SessionXml::parse (contents.getData(), static_cast<int> (contents.getSize()));
 
     if (root == nullptr || ! root->hasTagName (rootTag))
     {
@@ -80,16 +163,39 @@ bool SettingsUtilities::saveSettings()
 
 bool SettingsUtilities::readFile (juce::MemoryBlock& contents) const
 {
+    contents.reset();
+
     if (file == juce::File() || ! file.existsAsFile())
         return false;
 
     juce::FileInputStream stream (file);
-    return stream.openedOk() && stream.readIntoMemoryBlock (contents) == static_cast<size_t> (file.getSize());
+
+    if (! stream.openedOk())
+        return false;
+
+    // To its end, whatever that is: another instance may put a file of another size in its place meanwhile, and the
+    // framework takes a stream's length from the path.
+    std::array<char, 4096> piece;
+
+    while (contents.getSize() <= longestFile)
+    {
+        const auto count = stream.read (piece.data(), static_cast<int> (piece.size()));
+
+        if (count <= 0)
+            return count == 0 && stream.getStatus().wasOk();
+
+        contents.append (piece.data(), static_cast<std::size_t> (count));
+    }
+
+    return false;
 }
 
 bool SettingsUtilities::writeFile (const juce::MemoryBlock& contents) const
 {
-    if (! file.existsAsFile() && file.create().failed())
+    if (! file.exists() && file.create().failed())
+        return false;
+
+    if (! file.existsAsFile())
         return false;
 
     if (contents.isEmpty())
@@ -98,19 +204,6 @@ bool SettingsUtilities::writeFile (const juce::MemoryBlock& contents) const
         return stream.openedOk() && stream.setPosition (0) && stream.truncate().wasOk();
     }
 
-    juce::TemporaryFile replacement (file);
-
-    {
-        juce::FileOutputStream stream (replacement.getFile());
-
-        if (! stream.openedOk() || ! stream.write (contents.getData(), contents.getSize()))
-            return false;
-
-        stream.flush();
-
-        if (stream.getStatus().failed())
-            return false;
-    }
-
-    return moveOver (file, replacement);
+    const ScopedFile replacement (temporaryBeside (file));
+    return writeAll (replacement.get(), contents) && moveOver (file, replacement.get());
 }
