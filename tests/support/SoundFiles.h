@@ -1,0 +1,49 @@
+#pragma once
+
+#include "support/PluginRig.h"
+
+#include <string>
+#include <vector>
+
+/** A folder for one test, removed with it. */
+class TemporaryFolder
+{
+public:
+    TemporaryFolder();
+    ~TemporaryFolder();
+
+    TemporaryFolder (const TemporaryFolder&) = delete;
+    TemporaryFolder& operator= (const TemporaryFolder&) = delete;
+
+    /** The path of a file in here. */
+    [[nodiscard]] std::string path (const std::string& name) const;
+    [[nodiscard]] juce::File file (const std::string& name) const;
+
+    /** Names of everything in here, also of what is hidden, in order. */
+    [[nodiscard]] std::vector<std::string> names() const;
+
+private:
+    juce::File folder;
+};
+
+/** A piece of recorded drums. */
+[[nodiscard]] std::string recordedLoop();
+
+/** Has sox make a file: `sox INPUT OPTIONS OUTPUT EFFECTS`. Throws where it fails. */
+void convertWithSox (const std::string& input,
+                     const std::string& options,
+                     const std::string& output,
+                     const std::string& effects = {});
+
+/** Everything in a file as sox understands it, in whole numbers of so many bits: exact for files of whole numbers. */
+[[nodiscard]] std::string wholeNumbersBySox (const std::string& file, int bits);
+
+/** Stores floats to the bit. */
+void writeFloatWav (const std::string& file, const PluginRig::Signal& signal, double sampleRate);
+
+/** Reads a WAV of floats to the bit, by its data chunk. Throws where it is something else. */
+[[nodiscard]] PluginRig::Signal readFloatWav (const std::string& file);
+
+/** The bytes of a file. */
+[[nodiscard]] std::string bytesOf (const std::string& file);
+void writeBytes (const std::string& file, const std::string& bytes);
