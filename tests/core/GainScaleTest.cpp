@@ -116,6 +116,7 @@ TEST_P (GainScaleTest, leavesInactiveBandsAlone)
     prepare (rig, mix);
     rig.set (0, Kind::frequency, 8000.0f);
     rig.set (0, Kind::gain, 8.0f);
+    rig.waitForWorkers();
     rig.set (ParameterIds::gainScale, 50.0f);
     EXPECT_EQ (designedFilter::high (rig), plainFilter (8.0f, mix));
     EXPECT_TRUE (model.canUseMasterMode()) << "only active bands are looked at";
