@@ -24,6 +24,13 @@ void sanitise (float* samples, int count) noexcept
     }
 }
 
+/** A host hands over old data in outputs that have no input. */
+void clearOutputsWithoutInput (juce::AudioBuffer<float>& buffer, int inputCount, int outputCount) noexcept
+{
+    for (int channel = inputCount; channel < std::min (outputCount, buffer.getNumChannels()); ++channel)
+        buffer.clear (channel, 0, buffer.getNumSamples());
+}
+
 bool isStereoBand (const PluginModel& model, int band) noexcept
 {
     return model.getBandValue (band, Settings::Parameter::midSide) == 0.5f;
@@ -90,12 +97,9 @@ void AudioCallback::process (juce::AudioBuffer<float>& buffer,
     model.audioCallbackSeen = true;
     updateTransport (playHead);
 
-    if (! canProcess (inputCount, outputCount))
+    if (! canProcess (inputCount, outputCount, buffer.getNumChannels()))
     {
-        // A host hands over old data in outputs that have no input.
-        for (int channel = inputCount; channel < std::min (outputCount, buffer.getNumChannels()); ++channel)
-            buffer.clear (channel, 0, buffer.getNumSamples());
-
+        clearOutputsWithoutInput (buffer, inputCount, outputCount);
         model.currentBlockSize = buffer.getNumSamples();
         return;
     }
@@ -112,10 +116,12 @@ void AudioCallback::process (juce::AudioBuffer<float>& buffer,
     }
 }
 
-void AudioCallback::processBypassed (juce::AudioBuffer<float>& buffer) noexcept
+void AudioCallback::processBypassed (juce::AudioBuffer<float>& buffer, int inputCount, int outputCount) noexcept
 {
-    bypassDelay.process (
-        buffer.getArrayOfWritePointers(), std::min (buffer.getNumChannels(), 2), buffer.getNumSamples());
+    bypassDelay.process (buffer.getArrayOfWritePointers(),
+                         std::min ({ buffer.getNumChannels(), inputCount, 2 }),
+                         buffer.getNumSamples());
+    clearOutputsWithoutInput (buffer, inputCount, outputCount);
 }
 
 void AudioCallback::recordThreadPriority() noexcept
@@ -132,13 +138,13 @@ void AudioCallback::updateTransport (juce::AudioPlayHead* playHead) noexcept
     model.channels.fire (Channels::transportPlaying);
 }
 
-bool AudioCallback::canProcess (int inputCount, int outputCount) const noexcept
+bool AudioCallback::canProcess (int inputCount, int outputCount, int bufferChannelCount) const noexcept
 {
     const auto blockSize = model.maxBlockSize.load();
 
     return model.sampleRate >= lowestWorkingRate && blockSize > 0 && blockSize <= longestWorkingBlock
            && ! host.hostIsAuval && (inputCount == 1 || inputCount == 2) && inputCount == outputCount
-           && inputCount == model.numChannels;
+           && inputCount == model.numChannels && inputCount <= bufferChannelCount;
 }
 
 void AudioCallback::processPiece (float* const* channels, int channelCount, int sampleCount) noexcept

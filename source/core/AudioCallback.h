@@ -49,7 +49,7 @@ public:
     process (juce::AudioBuffer<float>& buffer, int inputCount, int outputCount, juce::AudioPlayHead* playHead) noexcept;
 
     /** One bypassed block, in place: the input, delayed by the reported latency. Audio thread; real-time safe. */
-    void processBypassed (juce::AudioBuffer<float>& buffer) noexcept;
+    void processBypassed (juce::AudioBuffer<float>& buffer, int inputCount, int outputCount) noexcept;
 
 private:
     /** Read once for a block, since another thread may change them under it. */
@@ -64,7 +64,7 @@ private:
 
     void recordThreadPriority() noexcept;
     void updateTransport (juce::AudioPlayHead* playHead) noexcept;
-    [[nodiscard]] bool canProcess (int inputCount, int outputCount) const noexcept;
+    [[nodiscard]] bool canProcess (int inputCount, int outputCount, int bufferChannelCount) const noexcept;
     void processPiece (float* const* channels, int channelCount, int sampleCount) noexcept;
     void filter (int sampleCount) noexcept;
     void filterStereo (const Snapshot& snapshot, int sampleCount) noexcept;

@@ -114,7 +114,7 @@ void VelmoraAudioProcessor::processBlock (juce::AudioBuffer<float>& buffer, juce
 void VelmoraAudioProcessor::processBlockBypassed (juce::AudioBuffer<float>& buffer, juce::MidiBuffer&)
 {
     audioThread.store (std::this_thread::get_id(), std::memory_order_relaxed);
-    audioCallback.processBypassed (buffer);
+    audioCallback.processBypassed (buffer, getTotalNumInputChannels(), getTotalNumOutputChannels());
 }
 
 juce::AudioProcessorParameter* VelmoraAudioProcessor::getBypassParameter() const
