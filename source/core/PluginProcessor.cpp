@@ -41,7 +41,7 @@ VelmoraAudioProcessor::VelmoraAudioProcessor (const HostDescription& description
     router.addListeners (*parameters);
     mainBypassToken = model.channels.add ([this] { router.applyMainBypass(); }, Channels::mainBypass);
     parameters->state = juce::ValueTree ("ZVQ_Processor");
-    session = std::make_unique<SessionState> (model, *parameters, presets);
+    session = std::make_unique<SessionState> (model, *parameters, presets, [this] { adoptReplacedParameters(); });
 
     choosePreset (Presets::balancedMasterId);
     engine.startWorkers();
@@ -149,6 +149,17 @@ void VelmoraAudioProcessor::setStateInformation (const void* data, int size)
 
     // USER SETTING may have new numbers although the choice is the same.
     choosePreset (static_cast<int> (model.presetNumber()));
+}
+
+void VelmoraAudioProcessor::adoptReplacedParameters()
+{
+    // They came one after the other and not in an order that solo and paths can follow: the band that ends its solo may
+    // come behind the one that begins it.
+    if (model.sampleRate > 0.0)
+    {
+        router.readCurrentParameters();
+        engine.sendCurrentUpdates();
+    }
 }
 
 void VelmoraAudioProcessor::writeSettings (juce::XmlElement& settingsElement)

@@ -100,6 +100,7 @@ public:
 
 private:
     void timerCallback() override;
+    void adoptReplacedParameters();
     void choosePreset (int id);
     void reportLatency (int samples);
     [[nodiscard]] bool mayTellHost() const noexcept;

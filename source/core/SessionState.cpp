@@ -36,10 +36,17 @@ juce::int64 makeId()
     return next;
 }
 
-void deleteAll (juce::XmlElement& root, const char* tag)
+/** The parameter tree of a block: the root without what is kept beside the parameters. */
+juce::ValueTree parameterTreeOf (const juce::XmlElement& root)
 {
-    while (auto* child = root.getChildByName (tag))
-        root.removeChildElement (child, true);
+    const std::array<juce::Identifier, 4> others { Tags::track, Tags::settings, Tags::stores[0], Tags::stores[1] };
+    auto tree = juce::ValueTree::fromXml (root);
+
+    for (int index = tree.getNumChildren(); --index >= 0;)
+        if (std::find (others.begin(), others.end(), tree.getChild (index).getType()) != others.end())
+            tree.removeChild (index, nullptr);
+
+    return tree;
 }
 } // namespace
 
@@ -59,8 +66,13 @@ private:
 
 SessionState::SessionState (PluginModel& modelToUse,
                             juce::AudioProcessorValueTreeState& parametersToUse,
-                            Presets::Library& presetsToUse)
-    : model (modelToUse), parameters (parametersToUse), presets (presetsToUse)
+                            Presets::Library& presetsToUse,
+                            std::function<void()> parametersReplacedToUse)
+    : model (modelToUse),
+      parameters (parametersToUse),
+      presets (presetsToUse),
+      parametersReplaced (std::move (parametersReplacedToUse)),
+      treeType (parameters.state.getType())
 {
 }
 
@@ -153,11 +165,8 @@ void SessionState::read (const void* data, int size)
             readStores (*root);
         }
 
-        for (const auto* tag : { Tags::track, Tags::settings, Tags::stores[0], Tags::stores[1] })
-            deleteAll (*root, tag);
-
-        if (root->hasTagName (parameters.state.getType()))
-            replaceParameters (juce::ValueTree::fromXml (*root));
+        if (root->getTagName() == treeType.toString())
+            replaceParameters (parameterTreeOf (*root));
     }
 
     storeBandGains();
@@ -212,15 +221,18 @@ void SessionState::readStores (const juce::XmlElement& root)
                                          : juce::ValueTree();
 }
 
-void SessionState::replaceParameters (const juce::ValueTree& tree)
+void SessionState::replaceParameters (juce::ValueTree tree)
 {
-    // The tree keeps a reference, so it gets a copy of its own. Nobody's lock is held meanwhile: hosts answer a change
-    // of parameters with calls of theirs.
-    auto copy = tree.createCopy();
-    SessionXml::removeNonNumbers (copy);
+    // The tree keeps what it is given, so that is a copy of its own. Nobody's lock is held meanwhile: hosts answer a
+    // change of parameters with calls of theirs.
+    SessionXml::removeNonNumbers (tree);
 
-    const ScopedRestoring mark (*this);
-    parameters.replaceState (copy);
+    {
+        const ScopedRestoring mark (*this);
+        parameters.replaceState (tree);
+    }
+
+    parametersReplaced();
 }
 
 void SessionState::storeBandGains() noexcept
@@ -244,7 +256,7 @@ void SessionState::compareSwitch (bool toggleOn)
 
     model.setStateInformationSet (false, false);
 
-    if (entered.hasType (parameters.state.getType()))
+    if (entered.hasType (treeType))
         replaceParameters (entered);
 
     storeBandGains();

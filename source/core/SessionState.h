@@ -7,6 +7,7 @@
 #include <juce_audio_processors/juce_audio_processors.h>
 
 #include <array>
+#include <functional>
 #include <mutex>
 #include <vector>
 
@@ -22,7 +23,11 @@
 class SessionState
 {
 public:
-    SessionState (PluginModel& model, juce::AudioProcessorValueTreeState& parameters, Presets::Library& presets);
+    /** @param parametersReplaced told after all parameters were replaced at once, on the thread that did it */
+    SessionState (PluginModel& model,
+                  juce::AudioProcessorValueTreeState& parameters,
+                  Presets::Library& presets,
+                  std::function<void()> parametersReplaced);
 
     void write (juce::MemoryBlock& destination);
 
@@ -65,12 +70,16 @@ private:
     void readSettingsElement (const juce::XmlElement& element);
     void readTrackElement (const juce::XmlElement& element);
     void readStores (const juce::XmlElement& root);
-    void replaceParameters (const juce::ValueTree& tree);
+    void replaceParameters (juce::ValueTree tree);
     void storeBandGains() noexcept;
 
     PluginModel& model;
     juce::AudioProcessorValueTreeState& parameters;
     Presets::Library& presets;
+    const std::function<void()> parametersReplaced;
+
+    /** Kept by itself, since another thread may be replacing the tree that is asked. */
+    const juce::Identifier treeType;
 
     mutable std::mutex sessionLock;
     std::array<juce::ValueTree, 2> parameterStores;

@@ -56,8 +56,8 @@ TEST_F (PluginModelTest, startsAsAFreshInstance)
     EXPECT_EQ (model.threadPriority, 0);
     EXPECT_EQ (model.maxThreadPriority, 0);
     EXPECT_FALSE (model.fifosEngaged);
-    EXPECT_FALSE (model.mainBypass() || model.showHeatmap() || model.integratedLUFSAnalysisChanged()
-                  || model.stateInformationSet() || model.minimised() || model.smartBandsReady() || model.targetsReady()
+    EXPECT_FALSE (model.mainBypass() || model.integratedLUFSAnalysisChanged() || model.stateInformationSet()
+                  || model.minimised() || model.smartBandsReady() || model.targetsReady()
                   || model.createOverlapControls());
 }
 

@@ -1,3 +1,4 @@
+#include "support/BinaryXml.h"
 #include "support/ChildProcess.h"
 #include "support/GoldenFile.h"
 #include "support/PluginRig.h"
@@ -52,34 +53,9 @@ juce::MemoryBlock bytesOf (const juce::File& file)
     return bytes;
 }
 
-juce::MemoryBlock wrapped (const juce::String& text)
-{
-    juce::MemoryBlock block;
-    const auto xml = juce::parseXML (text);
-    EXPECT_NE (xml, nullptr) << text;
-    juce::AudioProcessor::copyXmlToBinary (*xml, block);
-    return block;
-}
-
-/** The block with any text in it, well formed or not. */
-juce::MemoryBlock wrappedRaw (const std::string& text)
-{
-    juce::MemoryBlock block;
-    juce::MemoryOutputStream stream (block, false);
-    stream.writeInt (0x21324356);
-    stream.writeInt (static_cast<int> (text.size()));
-    stream.write (text.data(), text.size());
-    stream.writeByte (0);
-    stream.flush();
-    return block;
-}
-
 class SettingsFileTest : public testing::Test
 {
 protected:
-    void SetUp() override { removeFiles(); }
-    void TearDown() override { removeFiles(); }
-
     static juce::File folder()
     {
         return juce::File::getSpecialLocation (juce::File::userApplicationDataDirectory).getChildFile ("Brevlen");
@@ -87,19 +63,13 @@ protected:
 
     static juce::File file() { return folder().getChildFile ("solvane-settings.dat"); }
 
-    static void removeFiles()
-    {
-        folder().deleteRecursively();
-        TextSettings().settingsFile().getParentDirectory().deleteRecursively();
-    }
-
     static void put (const juce::MemoryBlock& bytes)
     {
         folder().createDirectory();
         ASSERT_TRUE (file().replaceWithData (bytes.getData(), bytes.getSize()));
     }
 
-    static void putText (const juce::String& text) { put (wrapped (text)); }
+    static void putText (const juce::String& text) { put (wrapText (text.toStdString())); }
 
     /** What a new instance makes of the file. */
     struct Preferences
@@ -209,7 +179,7 @@ TEST_F (SettingsFileTest, defaultsLeaveAloneWhatTheyDoNotName)
     processor.model.windowWidth = 900;
     processor.model.windowHeight = 901;
 
-    put (wrappedRaw ("damaged"));
+    put (wrapText ("damaged"));
     processor.loadSettings();
 
     EXPECT_EQ (preferencesOf (processor.model), (Preferences { false, true, true, true, true, true, 900, 901 }));
@@ -239,7 +209,7 @@ TEST_F (SettingsFileTest, theFileIsXmlTextInTheFrameworksWrapping)
                              "ShowToolTips=\"0\" ShowNotifications=\"1\" ReverseMousewheel=\"0\" AlwaysShowBand=\"0\" "
                              "ShowHeatmap=\"1\" Minimised=\"0\" DefaultWidth=\"680\" DefaultHeight=\"712\"/>"
                              "</ZVQ-PRESETS>";
-    EXPECT_TRUE (bytesOf (file()) == wrappedRaw (text)) << bytesOf (file()).toString();
+    EXPECT_TRUE (bytesOf (file()) == wrapText (text)) << bytesOf (file()).toString();
 }
 
 TEST_F (SettingsFileTest, theFirstSaveMakesFolderAndFile)
@@ -358,7 +328,7 @@ TEST_F (SettingsFileTest, aFileNestedWithoutEndIsIgnored)
     for (int level = 0; level < 100000; ++level)
         text += "<a b=\"/>\">";
 
-    put (wrappedRaw (text));
+    put (wrapText (text));
     EXPECT_EQ (readByNewInstance(), defaults);
 }
 

@@ -9,8 +9,9 @@
 
 namespace
 {
-/** A home of this process's own, so that no test sees or touches the preferences of whoever runs it. */
-class TemporaryHome
+/** A home of this process's own, so that no test sees or touches the preferences of whoever runs it. Empty at the start
+    of each test. */
+class TemporaryHome final : public testing::EmptyTestEventListener
 {
 public:
     TemporaryHome()
@@ -24,10 +25,16 @@ public:
         ::setenv ("HOME", folder.c_str(), 1);
     }
 
-    ~TemporaryHome()
+    ~TemporaryHome() override
     {
         std::error_code ignored;
         std::filesystem::remove_all (folder, ignored);
+    }
+
+    void OnTestStart (const testing::TestInfo&) override
+    {
+        for (const auto& entry : std::filesystem::directory_iterator (folder))
+            std::filesystem::remove_all (entry);
     }
 
     TemporaryHome (const TemporaryHome&) = delete;
@@ -41,9 +48,13 @@ private:
 int main (int argumentCount, char** arguments)
 {
     testing::InitGoogleTest (&argumentCount, arguments);
-    const TemporaryHome home;
+    TemporaryHome home;
+    auto& listeners = testing::UnitTest::GetInstance()->listeners();
+    listeners.Append (&home);
 
     // One for the whole process: the framework's message manager does not come back once it has gone.
     const juce::ScopedJuceInitialiser_GUI framework;
-    return RUN_ALL_TESTS();
+    const auto result = RUN_ALL_TESTS();
+    listeners.Release (&home);
+    return result;
 }
