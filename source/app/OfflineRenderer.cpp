@@ -1,5 +1,7 @@
 #include "app/OfflineRenderer.h"
 
+#include "dsp/MinimumPhase.h"
+
 #include <algorithm>
 
 namespace
@@ -38,6 +40,25 @@ OfflineRenderer::OfflineRenderer (double sampleRate, int channelCount, int block
 int OfflineRenderer::delaySamples() const noexcept
 {
     return (solo ? soloDelaySamples : plugin.model.baseLatency.load()) + plugin.model.decimationFactor;
+}
+
+bool OfflineRenderer::highBandsRefused()
+{
+    if (solo || plugin.model.filterPhase() == FilterPhase::linear)
+        return false;
+
+    // The audio thread is this one and the workers have nothing to do offline, so the taps may be read. Without high
+    // bands the source is no design but a single 1.
+    const auto refused = [this] (BlockProcessorMode mode)
+    {
+        const auto source = plugin.bandEngine().block (mode).taps().minimumSource.taps();
+        const auto isNothing = [] (double tap) { return tap == 0.0; };
+        return ! std::all_of (source.begin() + 1, source.end(), isNothing) && ! MinimumPhase().reflect (source);
+    };
+
+    return (plugin.model.stereoPathActive && refused (BlockProcessorMode::stereo))
+           || (plugin.model.midSidePathActive
+               && (refused (BlockProcessorMode::mid) || refused (BlockProcessorMode::side)));
 }
 
 void OfflineRenderer::settle()

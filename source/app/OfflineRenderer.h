@@ -28,6 +28,10 @@ public:
     /** The delay of the path in samples, as it really is. */
     [[nodiscard]] int delaySamples() const noexcept;
 
+    /** Whether the bands above 1500 Hz do nothing, because in minimum phase no filter can be made from cuts as broad
+       and deep as theirs. */
+    [[nodiscard]] bool highBandsRefused();
+
     [[nodiscard]] VelmoraAudioProcessor& processor() noexcept { return plugin; }
 
 private:

@@ -52,14 +52,20 @@ std::string peakText (float peak)
 }
 
 /** Says where the result will be other than the settings let one expect. */
-void noteSurprises (const EqualiserSettings& settings, const PluginModel& model)
+void noteSurprises (const EqualiserSettings& settings, OfflineRenderer& renderer)
 {
+    const auto& model = renderer.processor().model;
+
     if (model.filterMode() == FilterMode::master && ! model.canUseMasterMode())
         std::cerr << "Note: Master is made for gains within 4 dB and a Q of up to 1.5, and holds larger gains at 4 dB. "
                      "Use --mode mix for more.\n";
 
     if (settings.phase != model.filterPhase())
         std::cerr << "Note: above 96 kHz the phase is always linear.\n";
+
+    if (renderer.highBandsRefused())
+        std::cerr << "Note: the cuts above 1500 Hz are too broad and deep for minimum phase, and do nothing. "
+                     "Use --phase linear.\n";
 
     const auto needsStereo = [] (const BandOption& band) { return band.midSide != 0.5f; };
 
@@ -77,9 +83,8 @@ void RenderCommand::run() const
     requireServedAudio (source, input);
 
     OfflineRenderer renderer (source.sampleRate(), source.channelCount(), blockSize, settings);
-    const auto& model = renderer.processor().model;
     selectPreset (renderer.processor());
-    noteSurprises (settings, model);
+    noteSurprises (settings, renderer);
 
     AudioOutput result (target, storedAs, source.sampleRate(), source.channelCount());
 

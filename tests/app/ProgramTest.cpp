@@ -424,6 +424,15 @@ TEST_F (ProgramTest, saysWhereTheResultIsOtherThanAsked)
     EXPECT_THAT (note ({ "stereo.wav", "o.wav", "--band", "1000,6,1" }), HasSubstr ("--mode mix"));
     EXPECT_THAT (note ({ "stereo.wav", "o.wav", "--band", "1000,6,1", "--mode", "mix" }), IsEmpty());
     EXPECT_THAT (note ({ "fast.wav", "o.wav", "--phase", "minimum" }), HasSubstr ("always linear"));
+    EXPECT_THAT (note ({ "stereo.wav", "o.wav", "--mode", "mix", "--phase", "minimum", "--band", "3000,-12,1,shelf" }),
+                 HasSubstr ("too broad and deep for minimum phase"));
+    EXPECT_THAT (
+        note ({ "stereo.wav", "o.wav", "--mode", "mix", "--phase", "minimum", "--band", "3000,-12,1,shelf,ms=1" }),
+        HasSubstr ("too broad and deep for minimum phase"));
+    EXPECT_THAT (note ({ "stereo.wav", "o.wav", "--mode", "mix", "--phase", "minimum", "--band", "3000,-12,1" }),
+                 IsEmpty());
+    EXPECT_THAT (note ({ "stereo.wav", "o.wav", "--mode", "mix", "--phase", "minimum", "--band", "900,-12,1" }),
+                 IsEmpty());
     EXPECT_THAT (note ({ "mono.wav", "o.wav", "--band", "1000,2,1,ms=0" }), HasSubstr ("nothing in a mono file"));
     EXPECT_THAT (note ({ "stereo.wav", "o.wav", "--output-gain", "12", "--format", "wav-16" }), HasSubstr ("were cut"));
     EXPECT_THAT (note ({ "stereo.wav", "o.wav", "--output-gain", "12" }), IsEmpty());
