@@ -75,6 +75,7 @@ public:
 private:
     void timerCallback() override;
     void reportLatency (int samples);
+    void tellPendingLatency();
     [[nodiscard]] bool mayTellHost() const noexcept;
 
     const HostTraits host;
@@ -87,6 +88,7 @@ private:
     std::unique_ptr<SessionState> session;
     std::atomic<std::thread::id> audioThread {};
     std::atomic<int> pendingLatency { -1 };
+    std::atomic_flag tellingLatency;
     int mainBypassToken = 0;
 
     JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR (VelmoraAudioProcessor)
