@@ -129,13 +129,23 @@ juce::AudioProcessorEditor* VelmoraAudioProcessor::createEditor()
 
 void VelmoraAudioProcessor::updateLatency (bool force)
 {
-    if (const auto latency = baseLatencyFor (model.sampleRate, model.filterMode(), model.filterPhase()))
-        model.baseLatency = *latency;
+    const auto currentLatency = [this]
+    { return baseLatencyFor (model.sampleRate, model.filterMode(), model.filterPhase()); };
+    std::optional<int> latency;
 
-    if (force || ! host.hostIsCubase)
-        reportLatency (model.baseLatency + (model.fifosEngaged ? model.decimationFactor.load() : 0));
+    // Again if another thread changed mode or phase meanwhile, so that the last of them leaves the right figure.
+    do
+    {
+        latency = currentLatency();
 
-    audioCallback.updateLatency();
+        if (latency.has_value())
+            model.baseLatency = *latency;
+
+        if (force || ! host.hostIsCubase)
+            reportLatency (model.baseLatency + (model.fifosEngaged ? model.decimationFactor.load() : 0));
+
+        audioCallback.updateLatency();
+    } while (latency != currentLatency());
 }
 
 void VelmoraAudioProcessor::getStateInformation (juce::MemoryBlock& destination)
@@ -214,11 +224,23 @@ void VelmoraAudioProcessor::resetAnalysis()
 
 void VelmoraAudioProcessor::reportLatency (int samples)
 {
+    pendingLatency = samples;
+
     // Telling the host posts a message, which allocates. On the audio thread it waits for the timer.
     if (mayTellHost())
-        setLatencySamples (samples);
-    else
-        pendingLatency = samples;
+        tellPendingLatency();
+}
+
+void VelmoraAudioProcessor::tellPendingLatency()
+{
+    // The framework's figure is a plain one: one thread at a time writes it, also what another leaves meanwhile.
+    while (pendingLatency >= 0 && ! tellingLatency.test_and_set (std::memory_order_acquire))
+    {
+        if (const auto latency = pendingLatency.exchange (-1); latency >= 0)
+            setLatencySamples (latency);
+
+        tellingLatency.clear (std::memory_order_release);
+    }
 }
 
 bool VelmoraAudioProcessor::mayTellHost() const noexcept
@@ -237,8 +259,6 @@ bool VelmoraAudioProcessor::isOfflineRender() const noexcept
 
 void VelmoraAudioProcessor::timerCallback()
 {
-    if (const auto latency = pendingLatency.exchange (-1); latency >= 0)
-        setLatencySamples (latency);
-
+    tellPendingLatency();
     engine.maintainQueues();
 }

@@ -103,6 +103,7 @@ private:
     void adoptReplacedParameters();
     void choosePreset (int id);
     void reportLatency (int samples);
+    void tellPendingLatency();
     [[nodiscard]] bool mayTellHost() const noexcept;
 
     const HostTraits host;
@@ -117,6 +118,7 @@ private:
     std::unique_ptr<SessionState> session;
     std::atomic<std::thread::id> audioThread {};
     std::atomic<int> pendingLatency { -1 };
+    std::atomic_flag tellingLatency;
     int mainBypassToken = 0;
 
     JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR (VelmoraAudioProcessor)
