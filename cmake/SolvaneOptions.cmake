@@ -3,6 +3,11 @@
 # solvane_own_sources (target): strict warnings for files that we write, never for a library's.
 
 set (CMAKE_POSITION_INDEPENDENT_CODE ON)
+
+# A plug-in shares its process with strangers, so it offers its entry points and nothing else.
+set (CMAKE_C_VISIBILITY_PRESET hidden)
+set (CMAKE_CXX_VISIBILITY_PRESET hidden)
+set (CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set (CMAKE_CXX_EXTENSIONS OFF)
 
 add_library (solvane_flags INTERFACE)

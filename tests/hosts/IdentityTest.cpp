@@ -1,0 +1,155 @@
+#include "hosts/HostedPlugin.h"
+#include "hosts/SharedLibrary.h"
+#include "hosts/Vst2Host.h"
+#include "support/PluginRig.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <pluginterfaces/base/ipluginbase.h>
+
+#include <map>
+
+// Everything here is written out on purpose: hosts find a plug-in in a saved session by its ids.
+
+namespace
+{
+constexpr auto expectedLv2Uri = "https://www.solvane.example/lv2/solvane";
+
+TEST (IdentityTest, theClassicInterfaceTellsItsIdNameAndVendor)
+{
+    const Vst2Host host (libraryPathOf (PluginFormat::vst2));
+    EXPECT_EQ (host.uniqueId(), 0x536c766e); // "Slvn"
+    EXPECT_EQ (host.version(), 0x10008);
+    EXPECT_EQ (host.effectName(), "SOLVANE");
+    EXPECT_EQ (host.vendor(), "Brevlen");
+    EXPECT_TRUE (host.canDo ("bypass"));
+}
+
+TEST (IdentityTest, theVst3FactoryTellsTheClassIdsOfProcessorAndController)
+{
+    using Factory = Steinberg::IPluginFactory* (*) ();
+    using ModuleCall = bool (*) (void*);
+
+    const SharedLibrary library (libraryPathOf (PluginFormat::vst3));
+    ASSERT_TRUE (library.function<ModuleCall> ("ModuleEntry") (library.handle()));
+
+    std::vector<std::string> classes;
+    {
+        auto* factory = library.function<Factory> ("GetPluginFactory")();
+        ASSERT_NE (factory, nullptr);
+
+        for (int index = 0; index < factory->countClasses(); ++index)
+        {
+            Steinberg::PClassInfo info {};
+            ASSERT_EQ (factory->getClassInfo (index, &info), Steinberg::kResultOk);
+            classes.push_back (juce::String::toHexString (info.cid, sizeof (info.cid), 0).toStdString() + " "
+                               + info.category + " " + info.name);
+        }
+
+        factory->release();
+    }
+
+    EXPECT_TRUE (library.function<bool (*)()> ("ModuleExit")());
+    EXPECT_THAT (classes,
+                 testing::ElementsAre ("abcdef019182faeb4272766c536c766e Audio Module Class SOLVANE",
+                                       "abcdef011234abcd4272766c536c766e Component Controller Class SOLVANE"));
+}
+
+TEST (IdentityTest, theLv2BundleHasItsUriInTheWorldOfOrdinaryHosts)
+{
+    juce::ChildProcess list;
+    ASSERT_TRUE (list.start (juce::StringArray { "env", "LV2_PATH=" SOLVANE_DIST "/lv2", SOLVANE_LV2LS }));
+    EXPECT_EQ (list.readAllProcessOutput().trim(), expectedLv2Uri);
+
+    juce::ChildProcess info;
+    ASSERT_TRUE (
+        info.start (juce::StringArray { "env", "LV2_PATH=" SOLVANE_DIST "/lv2", SOLVANE_LV2INFO, expectedLv2Uri }));
+    const auto text = info.readAllProcessOutput();
+    EXPECT_TRUE (text.contains (expectedLv2Uri)) << text;
+    EXPECT_TRUE (text.contains ("SOLVANE")) << text;
+    EXPECT_TRUE (text.contains ("Brevlen")) << text;
+}
+
+/** Names of the functions and variables that a library offers to everybody, but for what the language's own library
+    instantiates, which the linker merges. */
+std::vector<std::string> strongSymbolsOf (PluginFormat format)
+{
+    juce::ChildProcess process;
+
+    if (! process.start (
+            juce::StringArray { SOLVANE_NM, "--dynamic", "--defined-only", juce::String (libraryPathOf (format)) }))
+        return {};
+
+    std::vector<std::string> names;
+
+    for (const auto& line : juce::StringArray::fromLines (process.readAllProcessOutput()))
+    {
+        const auto words = juce::StringArray::fromTokens (line, " ", {});
+
+        if (words.size() >= 3 && juce::String ("TDBR").contains (words[1]))
+            names.push_back (words[2].toStdString());
+    }
+
+    return names;
+}
+
+TEST (IdentityTest, librariesOfferTheirEntryPointsAndNothingElse)
+{
+    EXPECT_THAT (strongSymbolsOf (PluginFormat::vst2), testing::UnorderedElementsAre ("VSTPluginMain", "main"));
+    EXPECT_THAT (strongSymbolsOf (PluginFormat::vst3),
+                 testing::UnorderedElementsAre ("GetPluginFactory", "ModuleEntry", "ModuleExit"));
+    EXPECT_THAT (strongSymbolsOf (PluginFormat::lv2),
+                 testing::UnorderedElementsAre ("lv2_descriptor", "lv2ui_descriptor"));
+}
+
+using ParameterListTest = testing::TestWithParam<PluginFormat>;
+
+TEST_P (ParameterListTest, showsTheHostAllParametersInOrderWithNamesAndTexts)
+{
+    const auto plugin = HostedPlugin::open (GetParam());
+    PluginRig rig;
+    const auto& own = rig.processor.getParameters();
+    ASSERT_EQ (own.size(), 86);
+    ASSERT_EQ (plugin->parameterCount(), 86);
+
+    for (int index = 0; index < own.size(); ++index)
+    {
+        EXPECT_EQ (plugin->parameterName (index), own[index]->getName (128).toStdString());
+        EXPECT_EQ (plugin->parameter (index), own[index]->getValue()) << plugin->parameterName (index);
+        EXPECT_EQ (plugin->parameterText (index), own[index]->getCurrentValueAsText().toStdString())
+            << plugin->parameterName (index);
+
+        plugin->setParameter (index, 1.0f);
+        EXPECT_EQ (plugin->parameterText (index), own[index]->getText (1.0f, 128).toStdString())
+            << plugin->parameterName (index);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P (Formats,
+                          ParameterListTest,
+                          testing::Values (PluginFormat::vst2, PluginFormat::vst3),
+                          [] (const auto& tested) { return nameOf (tested.param); });
+
+/** This format has no texts of the plug-in's, in the order of its host, and adds a switch for bypass. */
+TEST (Lv2ParameterListTest, showsTheHostAllParametersWithNamesAndDefaults)
+{
+    const auto plugin = HostedPlugin::open (PluginFormat::lv2);
+    PluginRig rig;
+    std::map<std::string, float> defaults;
+
+    for (int index = 0; index < plugin->parameterCount(); ++index)
+        defaults[plugin->parameterName (index)] = plugin->parameter (index);
+
+    EXPECT_EQ (defaults.size(), 87u);
+    EXPECT_EQ (defaults.count ("Bypass"), 1u);
+
+    for (const auto* parameter : rig.processor.getParameters())
+    {
+        const auto& ranged = dynamic_cast<const juce::RangedAudioParameter&> (*parameter);
+        const auto name = ranged.getName (128).toStdString();
+        ASSERT_EQ (defaults.count (name), 1u) << name;
+        EXPECT_NEAR (defaults[name], plugin->normalise (ranged, ranged.convertFrom0to1 (ranged.getValue())), 1.0e-6f)
+            << name;
+    }
+}
+} // namespace
