@@ -84,22 +84,29 @@ void SessionState::write (juce::MemoryBlock& destination)
     if (root == nullptr)
         return;
 
-    {
-        const std::scoped_lock lock (sessionLock);
-
-        // The track that was loaded last is the current one.
-        for (std::size_t index = 0; index < tracks.size(); ++index)
-            root->addChildElement (makeTrackElement (tracks[index], index + 1 == tracks.size()).release());
-
-        root->addChildElement (makeSettingsElement().release());
-
-        for (std::size_t store = 0; store < parameterStores.size(); ++store)
-            if (parameterStores[store].isValid())
-                root->createNewChildElement (Tags::stores[store])
-                    ->addChildElement (parameterStores[store].createXml().release());
-    }
-
+    SessionXml::appendChildren (*root, makeElementsBeside());
     juce::AudioProcessor::copyXmlToBinary (*root, destination);
+}
+
+SessionXml::Elements SessionState::makeElementsBeside() const
+{
+    const std::scoped_lock lock (sessionLock);
+    SessionXml::Elements elements;
+
+    // The track that was loaded last is the current one.
+    for (std::size_t index = 0; index < tracks.size(); ++index)
+        elements.push_back (makeTrackElement (tracks[index], index + 1 == tracks.size()));
+
+    elements.push_back (makeSettingsElement());
+
+    for (std::size_t store = 0; store < parameterStores.size(); ++store)
+        if (parameterStores[store].isValid())
+        {
+            elements.push_back (std::make_unique<juce::XmlElement> (Tags::stores[store]));
+            elements.back()->addChildElement (parameterStores[store].createXml().release());
+        }
+
+    return elements;
 }
 
 std::unique_ptr<juce::XmlElement> SessionState::makeTrackElement (const ReferenceTrackRequest& track,
@@ -111,14 +118,17 @@ std::unique_ptr<juce::XmlElement> SessionState::makeTrackElement (const Referenc
     element->setAttribute ("file-path", track.filePath);
     element->setAttribute ("selected", selected ? 1 : 0);
 
+    SessionXml::Elements loops;
+
     for (const auto& loop : track.loops)
     {
-        auto* child = element->createNewChildElement (Tags::loop);
+        auto& child = loops.emplace_back (std::make_unique<juce::XmlElement> (Tags::loop));
         child->setAttribute ("start-samples", loop.startSamples);
         child->setAttribute ("end-samples", loop.endSamples);
         child->setAttribute ("active", loop.active ? 1 : 0);
     }
 
+    SessionXml::appendChildren (*element, std::move (loops));
     return element;
 }
 

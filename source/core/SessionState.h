@@ -3,6 +3,7 @@
 #include "core/PluginModel.h"
 #include "core/Presets.h"
 #include "core/ReferenceTrackRequest.h"
+#include "core/SessionXml.h"
 
 #include <juce_audio_processors/juce_audio_processors.h>
 
@@ -64,6 +65,8 @@ private:
     /** Raises the mark for the length of a restore. */
     class ScopedRestoring;
 
+    /** What is kept beside the parameters, in its order. */
+    [[nodiscard]] SessionXml::Elements makeElementsBeside() const;
     [[nodiscard]] std::unique_ptr<juce::XmlElement> makeTrackElement (const ReferenceTrackRequest& track,
                                                                       bool selected) const;
     [[nodiscard]] std::unique_ptr<juce::XmlElement> makeSettingsElement() const;

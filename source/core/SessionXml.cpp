@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <limits>
 
 namespace
@@ -50,6 +51,23 @@ void SessionXml::setDecimal (juce::XmlElement& element, const juce::String& name
         element.setAttribute (name, value > 0.0f ? "inf" : "-inf");
     else
         element.setAttribute (name, static_cast<double> (value));
+}
+
+void SessionXml::appendChildren (juce::XmlElement& parent, Elements children)
+{
+    // The framework walks over all children for each that it appends, and over none for one at the front.
+    Elements all;
+
+    while (auto* first = parent.getFirstChildElement())
+    {
+        parent.removeChildElement (first, false);
+        all.emplace_back (first);
+    }
+
+    std::move (children.begin(), children.end(), std::back_inserter (all));
+
+    for (auto child = all.rbegin(); child != all.rend(); ++child)
+        parent.prependChildElement (child->release());
 }
 
 void SessionXml::removeNonNumbers (juce::ValueTree& tree)

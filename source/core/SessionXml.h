@@ -3,6 +3,7 @@
 #include <juce_data_structures/juce_data_structures.h>
 
 #include <memory>
+#include <vector>
 
 /** Reading and writing XML that comes from anywhere. */
 namespace SessionXml
@@ -15,6 +16,11 @@ namespace SessionXml
 
 /** Writes a number with enough digits that the same float comes back; what is not finite as nan, inf or -inf. */
 void setDecimal (juce::XmlElement& element, const juce::String& name, float value);
+
+using Elements = std::vector<std::unique_ptr<juce::XmlElement>>;
+
+/** Appends many children in time that grows with their number alone. */
+void appendChildren (juce::XmlElement& parent, Elements children);
 
 /** Takes values that are not finite out of a parameter tree, so that their parameters get their defaults. */
 void removeNonNumbers (juce::ValueTree& tree);

@@ -131,7 +131,7 @@ private:
             return skipBehind ("-->");
         }
 
-        if (startsWith ("<?"))
+        if (depth == 0 && startsWith ("<?"))
         {
             text.remove_prefix (2);
             return skipBehind ("?>");

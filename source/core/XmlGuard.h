@@ -5,8 +5,8 @@
 /** A look at XML text from an unknown hand, before the framework's parser sees it.
 
     That parser calls itself for every level of nesting, expands entities of a document type, reads on behind the end of
-    text that stops within an escape or within a character, and takes time with the square of what some attributes hold.
-    All of that is refused here. */
+    text that stops within an escape or within a character, never comes back from a processing instruction that text
+    follows, and takes time with the square of what some attributes hold. All of that is refused here. */
 namespace XmlGuard
 {
 /** Bounds far beyond anything that we write. */
