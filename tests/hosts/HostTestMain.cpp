@@ -5,11 +5,13 @@
 #include <juce_events/juce_events.h>
 
 #include <cstdlib>
+#include <filesystem>
 
 int main (int argumentCount, char** arguments)
 {
     // Nothing here needs a window, and a plug-in must start without one. What is in the user's own folders stays out.
     unsetenv ("DISPLAY");
+    std::filesystem::create_directories (SOLVANE_TEST_HOME);
     setenv ("HOME", SOLVANE_TEST_HOME, 1);
 
     testing::InitGoogleTest (&argumentCount, arguments);

@@ -1,0 +1,26 @@
+#!/usr/bin/env bash
+# Installs what is missing, builds, and prints what the plug-in costs: ./bench.sh [--peers]
+# --peers also measures equalisers that people would use instead, from Debian, in the same run.
+set -euo pipefail
+cd "$(dirname "$0")"
+
+groups=(build bench)
+for argument in "$@"; do
+    case $argument in
+        --peers) groups+=(peers) ;;
+        *) echo "bench.sh knows --peers and nothing else, not '$argument'." >&2; exit 2 ;;
+    esac
+done
+
+scripts/install-packages.sh "${groups[@]}"
+log=$(mktemp)
+trap 'rm -f "$log"' EXIT
+if ! { cmake --preset bench && cmake --build --preset bench; } >"$log" 2>&1; then
+    cat "$log" >&2
+    exit 1
+fi
+
+printf 'Machine: %s, %s cores. %s\n' \
+    "$(sed -n 's/^model name[^:]*: //p' /proc/cpuinfo | head -1)" "$(nproc)" "$(c++ --version | head -1)"
+printf 'Version: %s\n\n' "$(git describe --always --dirty 2>/dev/null || echo unknown)"
+build/bench/benchmarks/solvane_plugin_bench "$@"

@@ -1,0 +1,316 @@
+#include "BenchSignal.h"
+#include "DesignTimes.h"
+#include "HostedEqualiser.h"
+#include "InstanceCost.h"
+#include "KernelRatios.h"
+#include "Measurement.h"
+#include "OwnEqualiser.h"
+
+#include "dsp/SimdLevel.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <memory>
+
+// One table of what the plug-in costs, printed by bench.sh. Every figure is a median.
+
+namespace
+{
+constexpr auto ownLibrary = SOLVANE_DIST "/vst/SOLVANE.so";
+constexpr auto lspLibrary = "/usr/lib/vst/lsp-plugins/para-equalizer-x16-stereo.so";
+constexpr auto iemLibrary = "/usr/lib/x86_64-linux-gnu/iem-plugin-suite/vst/libMultiEQ.so";
+
+constexpr int tableRounds = 9;
+constexpr int raceRounds = 25;
+constexpr double sampleRates[] { 48000.0, 96000.0, 192000.0 };
+constexpr double framesPerTurn = BenchSignal::frameCount;
+
+struct Level
+{
+    SimdLevel level;
+    const char* name;
+
+    /** Aims of our cost over the recursive peer's, at 48 and at 192 kHz, meters included. */
+    double aimAt48;
+    double aimAt192;
+};
+
+constexpr Level levels[] { { SimdLevel::baseline, "SSE2", 3.0, 5.0 },
+                           { SimdLevel::v3, "AVX2", 1.75, 2.5 },
+                           { SimdLevel::v4, "AVX-512", 1.25, 1.5 } };
+
+bool isThere (const Level& level)
+{
+    return level.level <= bestSimdLevel();
+}
+
+const char* nameOf (FilterMode mode)
+{
+    return mode == FilterMode::mix ? "Mix" : "Master";
+}
+
+const char* nameOf (FilterPhase phase)
+{
+    return phase == FilterPhase::linear ? "linear" : "minimum";
+}
+
+/** The same instance at every level, so that they meet the same memory. */
+std::vector<Measurement::Entrant> entrantsFor (OwnEqualiser& equaliser, const BenchSignal& signal)
+{
+    std::vector<Measurement::Entrant> entrants;
+
+    for (const auto& level : levels)
+        if (isThere (level))
+            entrants.push_back ({ std::string ("SOLVANE, ") + level.name,
+                                  [&equaliser, &signal, level]
+                                  {
+                                      setSimdLevel (level.level);
+                                      equaliser.process (signal);
+                                  },
+                                  framesPerTurn,
+                                  {} });
+
+    return entrants;
+}
+
+void printCallbackRow (const OwnEqualiser::Setup& setup, const BenchSignal& signal)
+{
+    std::printf ("%4.0f  %-7s %-8s %-9s",
+                 setup.sampleRate / 1000.0,
+                 nameOf (setup.mode),
+                 nameOf (setup.phase),
+                 OwnEqualiser::nameOf (setup.layout).c_str());
+    auto best = 0.0;
+
+    for (const auto blockSize : { 64, 512 })
+    {
+        OwnEqualiser equaliser (setup, blockSize);
+        auto entrants = entrantsFor (equaliser, signal);
+        Measurement::race (entrants, tableRounds);
+
+        for (const auto& entrant : entrants)
+            std::printf (" %8.1f", entrant.medianNanoseconds());
+
+        best = entrants.back().medianNanoseconds();
+        std::printf ("  |");
+    }
+
+    std::printf (" %8.0f\n", 1.0e9 / (best * setup.sampleRate));
+    std::fflush (stdout);
+}
+
+void printCallbackTable (const BenchSignal& signal)
+{
+    std::printf (
+        "Audio thread, ns per sample frame, whole callback with its meters, ten bands. \"x real time\" is that of\n"
+        "the last column: how many instances one core runs.\n\n"
+        " kHz  mode    phase    layout   ");
+
+    for (const auto blockSize : { 64, 512 })
+    {
+        for (const auto& level : levels)
+            if (isThere (level))
+                std::printf (" %8s", level.name);
+
+        std::printf ("%s", blockSize == 64 ? " <64|" : "<512|");
+    }
+
+    std::printf (" x real time\n");
+
+    for (const auto rate : sampleRates)
+        for (const auto mode : { FilterMode::mix, FilterMode::master })
+            for (const auto phase : { FilterPhase::linear, FilterPhase::minimum })
+                for (const auto layout : { OwnEqualiser::Layout::mono,
+                                           OwnEqualiser::Layout::stereo,
+                                           OwnEqualiser::Layout::midSide,
+                                           OwnEqualiser::Layout::both })
+                    if (baseLatencyFor (rate, mode, FilterPhase::minimum)
+                            != baseLatencyFor (rate, mode, FilterPhase::linear)
+                        || phase == FilterPhase::linear)
+                        printCallbackRow ({ rate, mode, phase, layout }, signal);
+}
+
+void printKernelRatios()
+{
+    std::printf (
+        "\nPlain scalar loops over ours, blocks of 512, two channels: ns per frame of the plain version, then how\n"
+        "many times faster each level is.\n\n%-28s %8s",
+        "",
+        "plain");
+
+    for (const auto& level : levels)
+        if (isThere (level))
+            std::printf (" %8s", level.name);
+
+    std::printf ("\n");
+
+    for (auto& contest : kernelContests())
+    {
+        std::vector<Measurement::Entrant> entrants { { "plain", contest.plain, contest.framesPerTurn, {} } };
+
+        for (const auto& level : levels)
+            if (isThere (level))
+                entrants.push_back ({ level.name,
+                                      [&contest, level]
+                                      {
+                                          setSimdLevel (level.level);
+                                          contest.ours();
+                                      },
+                                      contest.framesPerTurn,
+                                      {} });
+
+        Measurement::race (entrants, raceRounds);
+        const auto plain = entrants.front().medianNanoseconds();
+        std::printf ("%-28s %8.1f", contest.name.c_str(), plain);
+
+        for (std::size_t index = 1; index < entrants.size(); ++index)
+            std::printf (" %7.1fx", plain / entrants[index].medianNanoseconds());
+
+        std::printf ("\n");
+        std::fflush (stdout);
+    }
+
+    setSimdLevel (bestSimdLevel());
+}
+
+void printDesignTimes()
+{
+    std::printf (
+        "\nDesign of one parameter message with ten bands, ms of a worker's time: median and 99th percentile\n\n"
+        " kHz  mode    phase      median     99 %%\n");
+
+    for (const auto rate : sampleRates)
+        for (const auto mode : { FilterMode::mix, FilterMode::master })
+            for (const auto phase : { FilterPhase::linear, FilterPhase::minimum })
+                if (phase == FilterPhase::linear
+                    || baseLatencyFor (rate, mode, FilterPhase::minimum)
+                           != baseLatencyFor (rate, mode, FilterPhase::linear))
+                {
+                    const auto times = DesignTimes::measure (rate, mode, phase);
+                    std::printf ("%4.0f  %-7s %-8s %8.3f %8.3f\n",
+                                 rate / 1000.0,
+                                 nameOf (mode),
+                                 nameOf (phase),
+                                 times.medianMilliseconds,
+                                 times.slowMilliseconds);
+                    std::fflush (stdout);
+                }
+}
+
+void printInstanceCost()
+{
+    const auto cost = InstanceCost::measure (ownLibrary);
+    std::printf ("\nOne more instance in a host: %.1f ms to its first block, %.1f MB\n",
+                 cost.creationMilliseconds,
+                 cost.megabytes);
+}
+
+std::unique_ptr<HostedEqualiser> makePeer (const char* library, double rate, BenchSignal& signal, auto setUp)
+{
+    if (! std::filesystem::exists (library))
+        return nullptr;
+
+    auto peer = std::make_unique<HostedEqualiser> (library, rate, 512);
+    setUp (*peer);
+
+    constexpr double smallestChangeDb = 1.5;
+    if (! (peer->largestChangeDb (signal) > smallestChangeDb))
+        throw std::runtime_error (std::string (library) + " has not taken its settings");
+
+    return peer;
+}
+
+void printPeerRace (double rate, BenchSignal& signal)
+{
+    using Phase = HostedEqualiser::Phase;
+    OwnEqualiser own ({ rate, FilterMode::mix, FilterPhase::linear, OwnEqualiser::Layout::stereo }, 512);
+    const auto hosted = makePeer (ownLibrary, rate, signal, [] (auto& peer) { peer.setUpOwn(); });
+    const auto recursive = makePeer (lspLibrary, rate, signal, [] (auto& peer) { peer.setUpLsp (Phase::minimum); });
+    const auto linear = makePeer (lspLibrary, rate, signal, [] (auto& peer) { peer.setUpLsp (Phase::linear); });
+    const auto iem = makePeer (iemLibrary, rate, signal, [] (auto& peer) { peer.setUpIem(); });
+
+    auto entrants = entrantsFor (own, signal);
+    const auto ownLevels = entrants.size();
+    std::vector<const HostedEqualiser*> hosts (ownLevels, hosted.get());
+
+    const auto add = [&] (const char* name, HostedEqualiser* equaliser)
+    {
+        if (equaliser == nullptr)
+            return;
+
+        entrants.push_back ({ name, [equaliser, &signal] { equaliser->process (signal); }, framesPerTurn, {} });
+        hosts.push_back (equaliser);
+    };
+
+    add ("SOLVANE, its library", hosted.get());
+    add ("LSP x16, recursive", recursive.get());
+    add ("LSP x16, linear phase", linear.get());
+    add ("IEM MultiEQ, six bands", iem.get());
+    Measurement::race (entrants, raceRounds);
+    setSimdLevel (bestSimdLevel());
+
+    if (recursive == nullptr)
+        return;
+
+    const auto reference = entrants[ownLevels + 1].medianNanoseconds();
+
+    for (std::size_t index = 0; index < entrants.size(); ++index)
+    {
+        const auto cost = entrants[index].medianNanoseconds();
+        std::printf ("%4.0f  %-24s %8.1f %8.2f", rate / 1000.0, entrants[index].name.c_str(), cost, cost / reference);
+
+        if (index < ownLevels && rate != 96000.0)
+            std::printf (" %8.2f", rate == 48000.0 ? levels[index].aimAt48 : levels[index].aimAt192);
+        else
+            std::printf (" %8s", "");
+
+        std::printf (" %8d\n", hosts[index]->latency());
+    }
+
+    std::fflush (stdout);
+}
+
+void printPeers (BenchSignal& signal)
+{
+    std::printf (
+        "\nBeside other equalisers, stereo, blocks of 512, ten bells at the same frequencies; ours in Mix and linear\n"
+        "phase. Ratios are to the recursive one.\n\n"
+        " kHz  %-24s %8s %8s %8s %8s\n",
+        "",
+        "ns",
+        "ratio",
+        "aim",
+        "latency");
+
+    for (const auto rate : sampleRates)
+        printPeerRace (rate, signal);
+}
+} // namespace
+
+int main (int argumentCount, char** arguments)
+{
+    // Settings of the user's own plug-ins stay as they are.
+    auto home = (std::filesystem::temp_directory_path() / "solvane-bench-XXXXXX").string();
+
+    if (mkdtemp (home.data()) != nullptr)
+        setenv ("HOME", home.c_str(), 1);
+
+    unsetenv ("DISPLAY");
+
+    {
+        const juce::ScopedJuceInitialiser_GUI framework;
+        BenchSignal signal;
+        printCallbackTable (signal);
+        printKernelRatios();
+        printDesignTimes();
+        printInstanceCost();
+
+        for (int index = 1; index < argumentCount; ++index)
+            if (std::string (arguments[index]) == "--peers")
+                printPeers (signal);
+    }
+
+    std::filesystem::remove_all (home);
+    return 0;
+}
