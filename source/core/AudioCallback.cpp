@@ -1,7 +1,10 @@
 #include "core/AudioCallback.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
+#include <cstdint>
+#include <limits>
 
 namespace
 {
@@ -12,15 +15,23 @@ constexpr int longestDecimationFactor = 8;
 /** Above any level that audio has, and far below where a recursive filter or a meter overflows. */
 constexpr float largestMagnitude = 1.0e9f;
 
-/** Makes every sample finite: what is no number, or infinite, becomes 0. One such sample in a recursive filter would
-    stay there for ever. */
-void sanitise (float* samples, int count) noexcept
+/** Copies samples and makes every one finite: what is no number, or infinite, becomes 0. One such sample in a recursive
+    filter would stay there for ever. Input and output may be the same.
+
+    On the bits of a number its magnitude is ordered like an integer, where nothing keeps the compiler from taking
+    several samples at once. */
+void sanitise (const float* input, float* output, int count) noexcept
 {
+    constexpr std::int32_t magnitudeMask = 0x7fffffff;
+    constexpr auto infinity = std::bit_cast<std::int32_t> (std::numeric_limits<float>::infinity());
+    constexpr auto largest = std::bit_cast<std::int32_t> (largestMagnitude);
+
     for (int index = 0; index < count; ++index)
     {
-        const auto sample = samples[index];
-        const auto finite = std::abs (sample) <= std::numeric_limits<float>::max() ? sample : 0.0f;
-        samples[index] = std::min (std::max (finite, -largestMagnitude), largestMagnitude);
+        const auto bits = std::bit_cast<std::int32_t> (input[index]);
+        const auto magnitude = bits & magnitudeMask;
+        const auto limited = (magnitude < largest ? magnitude : largest) | (bits & ~magnitudeMask);
+        output[index] = std::bit_cast<float> (magnitude < infinity ? limited : 0);
     }
 }
 
@@ -152,18 +163,11 @@ void AudioCallback::processPiece (float* const* channels, int channelCount, int 
     model.currentBlockSize = sampleCount;
     model.fifosEngaged = true;
 
-    inputFifo.write (channels, channelCount, sampleCount);
-    const auto ready = inputFifo.numReady();
-    const auto toProcess = ready - ready % model.decimationFactor;
+    const auto toProcess = takeInput (channels, channelCount, sampleCount);
     model.samplesToProcess = toProcess;
 
     if (toProcess > 0)
     {
-        inputFifo.read (inputBlock.getArrayOfWritePointers(), channelCount, toProcess);
-
-        for (int channel = 0; channel < channelCount; ++channel)
-            sanitise (inputBlock.getWritePointer (channel), toProcess);
-
         engine.serviceNext (! isOffline());
         filter (toProcess);
         outputFifo.write (outputBlock.getArrayOfReadPointers(), channelCount, toProcess);
@@ -175,6 +179,30 @@ void AudioCallback::processPiece (float* const* channels, int channelCount, int 
         applyOutputGain (channels, channelCount, sampleCount);
 
     updateLevelMatch();
+}
+
+int AudioCallback::takeInput (const float* const* channels, int channelCount, int sampleCount) noexcept
+{
+    const auto factor = model.decimationFactor.load();
+
+    // Nothing waits and nothing would be left over, so the FIFO would only copy.
+    if (inputFifo.numReady() == 0 && sampleCount % factor == 0)
+    {
+        for (int channel = 0; channel < channelCount; ++channel)
+            sanitise (channels[channel], inputBlock.getWritePointer (channel), sampleCount);
+
+        return sampleCount;
+    }
+
+    inputFifo.write (channels, channelCount, sampleCount);
+    const auto ready = inputFifo.numReady();
+    const auto toProcess = ready - ready % factor;
+    inputFifo.read (inputBlock.getArrayOfWritePointers(), channelCount, toProcess);
+
+    for (int channel = 0; channel < channelCount; ++channel)
+        sanitise (inputBlock.getReadPointer (channel), inputBlock.getWritePointer (channel), toProcess);
+
+    return toProcess;
 }
 
 void AudioCallback::filter (int sampleCount) noexcept

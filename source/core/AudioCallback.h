@@ -66,6 +66,10 @@ private:
     void updateTransport (juce::AudioPlayHead* playHead) noexcept;
     [[nodiscard]] bool canProcess (int inputCount, int outputCount, int bufferChannelCount) const noexcept;
     void processPiece (float* const* channels, int channelCount, int sampleCount) noexcept;
+
+    /** Brings the host's samples into inputBlock, every one finite. Returns how many are there to be processed: a
+        multiple of the factor; the rest waits in the FIFO. */
+    [[nodiscard]] int takeInput (const float* const* channels, int channelCount, int sampleCount) noexcept;
     void filter (int sampleCount) noexcept;
     void filterStereo (const Snapshot& snapshot, int sampleCount) noexcept;
     void filterSingle (const Snapshot& snapshot, int sampleCount) noexcept;
