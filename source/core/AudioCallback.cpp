@@ -1,10 +1,9 @@
 #include "core/AudioCallback.h"
 
+#include "dsp/BlockOperations.h"
+
 #include <algorithm>
-#include <bit>
 #include <cmath>
-#include <cstdint>
-#include <limits>
 
 namespace
 {
@@ -14,26 +13,6 @@ constexpr int longestDecimationFactor = 8;
 
 /** Above any level that audio has, and far below where a recursive filter or a meter overflows. */
 constexpr float largestMagnitude = 1.0e9f;
-
-/** Copies samples and makes every one finite: what is no number, or infinite, becomes 0. One such sample in a recursive
-    filter would stay there for ever. Input and output may be the same.
-
-    On the bits of a number its magnitude is ordered like an integer, where nothing keeps the compiler from taking
-    several samples at once. */
-void sanitise (const float* input, float* output, int count) noexcept
-{
-    constexpr std::int32_t magnitudeMask = 0x7fffffff;
-    constexpr auto infinity = std::bit_cast<std::int32_t> (std::numeric_limits<float>::infinity());
-    constexpr auto largest = std::bit_cast<std::int32_t> (largestMagnitude);
-
-    for (int index = 0; index < count; ++index)
-    {
-        const auto bits = std::bit_cast<std::int32_t> (input[index]);
-        const auto magnitude = bits & magnitudeMask;
-        const auto limited = (magnitude < largest ? magnitude : largest) | (bits & ~magnitudeMask);
-        output[index] = std::bit_cast<float> (magnitude < infinity ? limited : 0);
-    }
-}
 
 /** A host hands over old data in outputs that have no input. */
 void clearOutputsWithoutInput (juce::AudioBuffer<float>& buffer, int inputCount, int outputCount) noexcept
@@ -185,11 +164,13 @@ int AudioCallback::takeInput (const float* const* channels, int channelCount, in
 {
     const auto factor = model.decimationFactor.load();
 
-    // Nothing waits and nothing would be left over, so the FIFO would only copy.
+    // A sample that is no number would stay in a recursive filter for ever, so none gets that far. Where nothing waits
+    // and nothing would be left over, the FIFO would only copy.
     if (inputFifo.numReady() == 0 && sampleCount % factor == 0)
     {
         for (int channel = 0; channel < channelCount; ++channel)
-            sanitise (channels[channel], inputBlock.getWritePointer (channel), sampleCount);
+            BlockOperations::limitToFinite (
+                channels[channel], largestMagnitude, inputBlock.getWritePointer (channel), sampleCount);
 
         return sampleCount;
     }
@@ -200,7 +181,8 @@ int AudioCallback::takeInput (const float* const* channels, int channelCount, in
     inputFifo.read (inputBlock.getArrayOfWritePointers(), channelCount, toProcess);
 
     for (int channel = 0; channel < channelCount; ++channel)
-        sanitise (inputBlock.getReadPointer (channel), inputBlock.getWritePointer (channel), toProcess);
+        BlockOperations::limitToFinite (
+            inputBlock.getReadPointer (channel), largestMagnitude, inputBlock.getWritePointer (channel), toProcess);
 
     return toProcess;
 }
@@ -315,11 +297,7 @@ void AudioCallback::filterSingle (const Snapshot& snapshot, int sampleCount) noe
     single.processSingle (
         inputBlock.getReadPointer (0), rateConverter.outputLeft(), sampleCount, snapshot.soloActive, snapshot.phase);
 
-    const auto* filtered = single.outputLeft();
-    auto* output = outputBlock.getWritePointer (0);
-
-    for (int sample = 0; sample < sampleCount; ++sample)
-        output[sample] = static_cast<float> (filtered[sample]);
+    BlockOperations::convert (single.outputLeft(), outputBlock.getWritePointer (0), sampleCount);
 }
 
 void AudioCallback::applyOutputGain (float* const* channels, int channelCount, int sampleCount) const noexcept

@@ -4,6 +4,9 @@
 #include "dsp/SimdLevel.h"
 
 #include <algorithm>
+#include <bit>
+#include <cstdint>
+#include <limits>
 
 // No loop here carries anything from one sample to the next, also where two of its blocks may be the same.
 #if defined(__clang__)
@@ -57,6 +60,23 @@ SOLVANE_ALWAYS_INLINE void convertLoop (const From* input, To* output, int count
     SOLVANE_INDEPENDENT_SAMPLES
     for (int i = 0; i < count; ++i)
         output[i] = static_cast<To> (input[i]);
+}
+
+// The bits of a magnitude are ordered like an integer, which unlike a number may be compared several at a time.
+SOLVANE_ALWAYS_INLINE void limitToFiniteLoop (const float* input, float largest, float* output, int count) noexcept
+{
+    constexpr std::int32_t magnitudeMask = 0x7fffffff;
+    constexpr auto infinity = std::bit_cast<std::int32_t> (std::numeric_limits<float>::infinity());
+    const auto limit = std::bit_cast<std::int32_t> (largest);
+
+    SOLVANE_INDEPENDENT_SAMPLES
+    for (int i = 0; i < count; ++i)
+    {
+        const auto bits = std::bit_cast<std::int32_t> (input[i]);
+        const auto magnitude = bits & magnitudeMask;
+        const auto limited = (magnitude < limit ? magnitude : limit) | (bits & ~magnitudeMask);
+        output[i] = std::bit_cast<float> (magnitude < infinity ? limited : 0);
+    }
 }
 
 SOLVANE_ALWAYS_INLINE void addLoop (double* target, const double* addend, int count) noexcept
@@ -170,6 +190,10 @@ SOLVANE_ALWAYS_INLINE void joinPathsLoop (const double* wet,
 
 SOLVANE_BLOCK_OPERATION (convert, convertLoop, (const float* input, double* output, int count), (input, output, count))
 SOLVANE_BLOCK_OPERATION (convert, convertLoop, (const double* input, float* output, int count), (input, output, count))
+SOLVANE_BLOCK_OPERATION (limitToFinite,
+                         limitToFiniteLoop,
+                         (const float* input, float largest, float* output, int count),
+                         (input, largest, output, count))
 SOLVANE_BLOCK_OPERATION (add, addLoop, (double* target, const double* addend, int count), (target, addend, count))
 SOLVANE_BLOCK_OPERATION (subtract,
                          subtractLoop,

@@ -7,6 +7,10 @@ namespace BlockOperations
 void convert (const float* input, double* output, int count) noexcept;
 void convert (const double* input, float* output, int count) noexcept;
 
+/** Copies samples with their magnitude cut to `largest`, and 0 in place of what is no number or infinite. Input and
+    output may be the same block. */
+void limitToFinite (const float* input, float largest, float* output, int count) noexcept;
+
 /** target[i] += addend[i] */
 void add (double* target, const double* addend, int count) noexcept;
 

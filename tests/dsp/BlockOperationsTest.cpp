@@ -5,6 +5,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
+#include <limits>
+#include <tuple>
+
 namespace
 {
 constexpr int largest = 70;
@@ -47,6 +51,41 @@ TEST_P (BlockOperationsTest, convertsBothWays)
         const auto size = static_cast<std::size_t> (count);
         expectBlock (doubles, size, 9.0, [&] (auto i) { return static_cast<double> (f[i]); });
         expectBlock (floats, size, 9.0f, [&] (auto i) { return static_cast<float> (a[i]); });
+    }
+}
+
+TEST_P (BlockOperationsTest, limitsToFiniteValuesAndKeepsTheOthersToTheBit)
+{
+    using Limits = std::numeric_limits<float>;
+    constexpr auto limit = 1.0e9f;
+    const std::vector<std::pair<float, float>> special { { Limits::quiet_NaN(), 0.0f },
+                                                         { -Limits::quiet_NaN(), 0.0f },
+                                                         { Limits::infinity(), 0.0f },
+                                                         { -Limits::infinity(), 0.0f },
+                                                         { Limits::max(), limit },
+                                                         { -Limits::max(), -limit },
+                                                         { 1.1e9f, limit },
+                                                         { -limit, -limit },
+                                                         { 0.9e9f, 0.9e9f },
+                                                         { -0.0f, -0.0f },
+                                                         { Limits::denorm_min(), Limits::denorm_min() } };
+
+    for (int count = 0; count <= largest; ++count)
+    {
+        const auto size = static_cast<std::size_t> (count);
+        auto input = f;
+        auto expected = f;
+
+        for (std::size_t i = 0; i < size; i += 2)
+            std::tie (input[i], expected[i]) = special[(i / 2 + size) % special.size()];
+
+        std::vector<float> output (room, 9.0f);
+        BlockOperations::limitToFinite (input.data(), limit, output.data(), count);
+        BlockOperations::limitToFinite (input.data(), limit, input.data(), count);
+
+        expectBlock (output, size, 9.0f, [&] (auto i) { return expected[i]; });
+        EXPECT_EQ (std::memcmp (output.data(), expected.data(), size * sizeof (float)), 0);
+        EXPECT_EQ (std::memcmp (input.data(), expected.data(), input.size() * sizeof (float)), 0);
     }
 }
 
