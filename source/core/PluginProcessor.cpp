@@ -234,12 +234,12 @@ void VelmoraAudioProcessor::reportLatency (int samples)
 void VelmoraAudioProcessor::tellPendingLatency()
 {
     // The framework's figure is a plain one: one thread at a time writes it, also what another leaves meanwhile.
-    while (pendingLatency >= 0 && ! tellingLatency.test_and_set (std::memory_order_acquire))
+    while (pendingLatency >= 0 && ! tellingLatency.test_and_set())
     {
         if (const auto latency = pendingLatency.exchange (-1); latency >= 0)
             setLatencySamples (latency);
 
-        tellingLatency.clear (std::memory_order_release);
+        tellingLatency.clear();
     }
 }
 

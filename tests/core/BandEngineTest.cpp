@@ -124,7 +124,7 @@ TEST_F (BandEngineTest, aDroppedQueueIsFollowedByTheLastValues)
     rig.set (0, Kind::gain, 5.0f);
     EXPECT_GT (worker.postedCount() - worker.processedCount(), 20);
     engine.maintainQueues();
-    EXPECT_EQ (worker.postedCount(), 0) << "dropped";
+    EXPECT_LE (worker.postedCount(), 10) << "dropped; a worker that had not begun gets the current values at once";
 
     engine.block (Mode::stereo).disown();
     rig.waitForWorkers();
