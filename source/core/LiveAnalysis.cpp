@@ -65,14 +65,17 @@ void LiveAnalysis::prepare()
     if (rate > 0.0)
         analyser.prepareBands (rate / factor, rate);
 
-    analyser.fillLevels (resetLevelDb);
-    targets.clear();
-    targets.maxChange = 0.0f;
+    forgetReadings();
 }
 
 void LiveAnalysis::resetAnalysis()
 {
     resetGeneration.fetch_add (1, std::memory_order_acq_rel);
+    forgetReadings();
+}
+
+void LiveAnalysis::forgetReadings() noexcept
+{
     analyser.fillLevels (resetLevelDb);
     targets.clear();
     targets.maxChange = 0.0f;
@@ -121,9 +124,16 @@ unsigned LiveAnalysis::takeReset (unsigned& seen, AudioFifo& fifo, void (BandAna
     return generation;
 }
 
-void LiveAnalysis::restoreLevels (std::size_t first, std::size_t end) noexcept
+bool LiveAnalysis::wasResetSince (unsigned generation) noexcept
 {
-    for (auto band = first; band < end; ++band)
+    // Writes what is there, so that it stands before a reset or behind it: either the reset comes behind what the pass
+    // has stored, and takes it back, or it is seen here. A plain load could overtake those stores.
+    return resetGeneration.fetch_add (0, std::memory_order_acq_rel) != generation;
+}
+
+void LiveAnalysis::restoreHighLevels() noexcept
+{
+    for (auto band = lowBandCount; band < analysisBandCount; ++band)
         analyser.bandLevels[band].store (resetLevelDb, std::memory_order_relaxed);
 }
 
@@ -148,14 +158,18 @@ void LiveAnalysis::analyseDecimated()
         if (analysisSignal.isExitRequested())
             return;
 
-        if (resetGeneration.load (std::memory_order_acquire) != generation)
+        if (resetGeneration.load (std::memory_order_acquire) == generation)
         {
-            restoreLevels (0, lowBandCount);
-            return;
+            updateTopBand();
+            updateGainTargets();
         }
 
-        updateTopBand();
-        updateGainTargets();
+        // The spectrum thread sleeps, so all bands are this thread's.
+        if (wasResetSince (generation))
+        {
+            forgetReadings();
+            return;
+        }
     }
 
     model.setIntegratedLUFSAnalysisChanged (true, true);
@@ -200,8 +214,8 @@ void LiveAnalysis::analyseFullRate()
         analyseSpectrumOf (fullRateChunk);
     }
 
-    if (resetGeneration.load (std::memory_order_acquire) != generation)
-        restoreLevels (lowBandCount, analysisBandCount);
+    if (wasResetSince (generation))
+        restoreHighLevels();
 }
 
 void LiveAnalysis::analyseSpectrumOf (const Chunk& chunk)

@@ -84,7 +84,11 @@ private:
     void analyseSpectrumOf (const Chunk& chunk);
     void updateTopBand();
     void updateGainTargets();
-    void restoreLevels (std::size_t first, std::size_t end) noexcept;
+    void forgetReadings() noexcept;
+    void restoreHighLevels() noexcept;
+
+    /** Asked at the end of a pass, once it has stored everything. */
+    [[nodiscard]] bool wasResetSince (unsigned generation) noexcept;
     [[nodiscard]] unsigned
     takeReset (unsigned& seen, AudioFifo& fifo, void (BandAnalyser::*resetBands)() noexcept) noexcept;
     static void resizeChunk (Chunk& chunk, int length);
