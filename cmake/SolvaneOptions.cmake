@@ -26,8 +26,13 @@ elseif (SOLVANE_SANITIZE STREQUAL "thread")
     target_link_options (solvane_flags INTERFACE -fsanitize=thread)
     # Functions with versions chosen at load time run before the thread sanitizer is ready and crash it.
     target_compile_definitions (solvane_flags INTERFACE SOLVANE_NO_FUNCTION_VERSIONS=1)
+elseif (SOLVANE_SANITIZE STREQUAL "fuzzer")
+    # The fuzzer's own main is linked to the fuzz targets alone.
+    target_compile_options (solvane_flags INTERFACE -fsanitize=fuzzer-no-link,address -fno-omit-frame-pointer)
+    target_link_options (solvane_flags INTERFACE -fsanitize=address)
+    target_compile_definitions (solvane_flags INTERFACE SOLVANE_NO_FUNCTION_VERSIONS=1)
 elseif (NOT SOLVANE_SANITIZE STREQUAL "")
-    message (FATAL_ERROR "SOLVANE_SANITIZE is '${SOLVANE_SANITIZE}'; it knows address and thread")
+    message (FATAL_ERROR "SOLVANE_SANITIZE is '${SOLVANE_SANITIZE}'; it knows address, thread and fuzzer")
 endif()
 
 function (solvane_own_sources target)

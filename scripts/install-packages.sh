@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Installs the Debian packages that a task needs and that are missing: install-packages.sh build|sound|test|bench ...
+# Installs the Debian packages that a task needs and that are missing:
+# install-packages.sh build|sound|test|fuzz|bench ...
 # "presets" is what the presets were measured from; only measuring them anew needs it.
 set -euo pipefail
 
@@ -8,6 +9,7 @@ build=(g++ make cmake ninja-build ccache pkg-config ca-certificates
     libflac-dev libpng-dev libjpeg-dev zlib1g-dev libcurl4-gnutls-dev)
 sound=(sonic-pi-samples)
 test=(libgtest-dev libgmock-dev lilv-utils python3 sox libsox-fmt-mp3 libebur128-dev)
+fuzz=(clang-14 libclang-rt-14-dev)
 bench=(libbenchmark-dev)
 peers=(lsp-plugins-vst iem-plugin-suite-vst)
 docs=(python3 gnuplot-nox fonts-lato)
