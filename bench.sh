@@ -24,3 +24,6 @@ printf 'Machine: %s, %s cores. %s\n' \
     "$(sed -n 's/^model name[^:]*: //p' /proc/cpuinfo | head -1)" "$(nproc)" "$(c++ --version | head -1)"
 printf 'Version: %s\n\n' "$(git describe --always --dirty 2>/dev/null || echo unknown)"
 build/bench/benchmarks/solvane_plugin_bench "$@"
+
+printf '\nMeters and bands by themselves, with their plain versions and their longest calls:\n'
+build/bench/benchmarks/solvane_meter_bench --benchmark_color=false
