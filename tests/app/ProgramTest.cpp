@@ -176,6 +176,11 @@ struct StoredFormat
     int bits;
 };
 
+void PrintTo (const StoredFormat& format, std::ostream* stream)
+{
+    *stream << format.name;
+}
+
 class ProgramFormatTest : public ProgramTest, public testing::WithParamInterface<StoredFormat>
 {
 };
