@@ -26,7 +26,9 @@ juce::AudioProcessor::BusesLayout layoutFor (int channelCount)
 } // namespace
 
 OfflineRenderer::OfflineRenderer (double sampleRate, int channelCount, int blockSize, const EqualiserSettings& settings)
-    : plugin (ownHost()), channels (channelCount), blockLength (blockSize)
+    : plugin (ownHost(), {}, VelmoraAudioProcessor::SettingsFile::leaveAlone),
+      channels (channelCount),
+      blockLength (blockSize)
 {
     plugin.setBusesLayout (layoutFor (channelCount));
     plugin.setNonRealtime (true);

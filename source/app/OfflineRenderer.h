@@ -38,9 +38,7 @@ private:
     void settle();
     void process (juce::AudioBuffer<float>& block);
 
-    VelmoraAudioProcessor plugin { HostDescription::ofThisProcess(),
-                                   {},
-                                   VelmoraAudioProcessor::SettingsFile::leaveAlone };
+    VelmoraAudioProcessor plugin;
     const int channels;
     const int blockLength;
     bool solo = false;

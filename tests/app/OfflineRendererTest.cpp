@@ -193,4 +193,17 @@ TEST (OfflineRendererGainTest, masterHoldsGainsAtFourDecibels)
 
     EXPECT_EQ (rendered (input, 48000.0, 512, asked), rendered (input, 48000.0, 512, held));
 }
+
+TEST (OfflineRendererSettingsTest, leavesTheUsersPreferencesAlone)
+{
+    juce::File file;
+
+    {
+        OfflineRenderer renderer (48000.0, 2, 512, {});
+        file = renderer.processor().settingsFile();
+        file.deleteFile();
+    }
+
+    EXPECT_FALSE (file.exists()) << "a processor that used it would have saved it as it went";
+}
 } // namespace
