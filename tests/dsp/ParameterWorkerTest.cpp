@@ -279,7 +279,7 @@ TEST_F (ParameterWorkerTest, aSkipThatIsTakenBackDoesNotUndoAStop)
     worker.setSkip (false);
     openGate();
     thread.join();
-    SUCCEED() << "the loop ended";
+    EXPECT_EQ (handler.batchesEnded, 1) << "the loop ended with its first batch";
 }
 
 TEST_F (ParameterWorkerTest, stopsWhileIdle)
