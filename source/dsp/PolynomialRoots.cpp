@@ -1,6 +1,5 @@
 #include "dsp/PolynomialRoots.h"
 
-#include "dsp/PolynomialDeflation.h"
 #include "dsp/ZeroRefinement.h"
 
 #include <algorithm>
@@ -23,9 +22,6 @@ constexpr int maxLinearSteps = 10;
 constexpr double startAngle = 49.0 * std::numbers::pi / 180.0;
 constexpr double angleStep = 94.0 * std::numbers::pi / 180.0;
 
-// A value of P within this multiple of its rounding error cannot be told from zero.
-constexpr double acceptedErrors = 20.0;
-
 using Zero = std::complex<double>;
 
 /** The zeros of x^2 + u x + v: conjugates, or two real ones with the smaller first. */
@@ -44,45 +40,14 @@ std::pair<Zero, Zero> zerosOf (double u, double v) noexcept
     return { { larger != 0.0 ? v / larger : 0.0, 0.0 }, { larger, 0.0 } };
 }
 
-/** Divides by x^2 + u x + v. The last two entries of `quotient` are the remainder's slope and offset. */
-void divide (std::span<const double> dividend, double u, double v, std::span<double> quotient) noexcept
-{
-    quotient[0] = dividend[0];
-
-    if (dividend.size() < 2)
-        return;
-
-    quotient[1] = dividend[1] - u * quotient[0];
-
-    for (std::size_t i = 2; i < dividend.size(); ++i)
-        quotient[i] = dividend[i] - u * quotient[i - 1] - v * quotient[i - 2];
-}
-
-/** Horner's scheme: the quotient by x - at, whose last entry is the value. */
-double divideLinear (std::span<const double> dividend, double at, std::span<double> quotient) noexcept
-{
-    auto value = dividend[0];
-    quotient[0] = value;
-
-    for (std::size_t i = 1; i < dividend.size(); ++i)
-    {
-        value = value * at + dividend[i];
-        quotient[i] = value;
-    }
-
-    return value;
-}
 } // namespace
 
 PolynomialRoots::PolynomialRoots (int maxDegreeToServe)
     : maxDegree (static_cast<std::size_t> (maxDegreeToServe)),
       given (maxDegree + 1),
-      p (maxDegree + 1),
-      k (maxDegree + 1),
-      quotientP (maxDegree + 1),
-      quotientK (maxDegree + 1),
-      keptK (maxDegree + 1),
-      startK (maxDegree + 1),
+      pair (maxDegree),
+      keptK (maxDegree),
+      startK (maxDegree),
       found (maxDegree)
 {
 }
@@ -109,7 +74,7 @@ bool PolynomialRoots::find (std::span<const double> coefficients) noexcept
     takeCoefficients (stripped.first (static_cast<std::size_t> (last - first)));
     angle = startAngle;
 
-    while (degree > 2)
+    while (pair.degree() > 2)
         if (! findNext())
             return false;
 
@@ -119,25 +84,24 @@ bool PolynomialRoots::find (std::span<const double> coefficients) noexcept
 
 void PolynomialRoots::takeCoefficients (std::span<const double> coefficients) noexcept
 {
-    givenDegree = degree = coefficients.size() - 1;
-
-    for (std::size_t i = 0; i <= degree; ++i)
-        given[i] = p[i] = coefficients[i] / coefficients[0];
+    pair.take (coefficients);
+    givenDegree = pair.degree();
+    std::ranges::copy (pair.coefficients(), given.begin());
 }
 
 /** Finds one zero or a pair of the deflated polynomial and takes it out. */
 bool PolynomialRoots::findNext() noexcept
 {
     // Deflation may round the last coefficient away.
-    if (p[degree] == 0.0)
+    if (pair.coefficients().back() == 0.0)
     {
         takeLinear (0.0);
         return true;
     }
 
     const auto radius = lowerBoundOfModuli();
-    applyZeroShifts();
-    std::copy_n (k.begin(), degree, startK.begin());
+    pair.shiftFromZero (zeroShiftCount);
+    pair.keepK (startK);
 
     for (int attempt = 1; attempt <= maxFixedShifts; ++attempt)
     {
@@ -147,7 +111,7 @@ bool PolynomialRoots::findNext() noexcept
         if (applyFixedShift (sigma, fixedShiftSteps * attempt))
             return true;
 
-        std::copy_n (startK.begin(), degree, k.begin());
+        pair.restoreK (startK);
     }
 
     return false;
@@ -160,15 +124,16 @@ bool PolynomialRoots::findNext() noexcept
 double PolynomialRoots::lowerBoundOfModuli() const noexcept
 {
     constexpr int maxSteps = 50;
-    const auto last = std::abs (p[degree]);
-    auto x = std::pow (last, 1.0 / static_cast<double> (degree));
+    const auto p = pair.coefficients();
+    const auto last = std::abs (p.back());
+    auto x = std::pow (last, 1.0 / static_cast<double> (pair.degree()));
 
     for (int step = 0; step < maxSteps; ++step)
     {
         auto value = 1.0;
         auto slope = 0.0;
 
-        for (std::size_t i = 1; i < degree; ++i)
+        for (std::size_t i = 1; i < pair.degree(); ++i)
         {
             slope = slope * x + value;
             value = value * x + std::abs (p[i]);
@@ -185,26 +150,6 @@ double PolynomialRoots::lowerBoundOfModuli() const noexcept
     return x;
 }
 
-/** Stage one: K starts as the derivative and is shifted from 0, which brings out the small zeros. */
-void PolynomialRoots::applyZeroShifts() noexcept
-{
-    const auto n = degree;
-
-    for (std::size_t i = 0; i < n; ++i)
-        k[i] = p[i] * static_cast<double> (n - i) / static_cast<double> (n);
-
-    for (int shift = 0; shift < zeroShiftCount; ++shift)
-    {
-        const auto vanishes = std::abs (k[n - 1]) <= std::abs (p[n - 1]) * epsilon * 10.0;
-        const auto factor = vanishes ? 1.0 : -p[n] / k[n - 1];
-
-        for (auto i = n - 1; i > 0; --i)
-            k[i] = factor * k[i - 1] + (vanishes ? 0.0 : p[i]);
-
-        k[0] = vanishes ? 0.0 : p[0];
-    }
-}
-
 void PolynomialRoots::Convergence::update (double change) noexcept
 {
     product = change < lastChange ? change * lastChange : 1.0;
@@ -219,19 +164,15 @@ bool PolynomialRoots::applyFixedShift (const Quadratic& sigma, int stepCount) no
     Convergence linear;
     Estimates last { sigma, 0.0 };
 
-    divideP (sigma);
-    divideK (sigma);
+    pair.divideP (sigma);
+    pair.divideK (sigma);
 
     for (int step = 0; step < stepCount; ++step)
     {
-        const auto scaled = stepK (sigma);
-        divideK (sigma);
+        const auto scaled = pair.stepK (sigma);
+        pair.divideK (sigma);
 
-        Estimates now { scaled ? nextQuadratic (sigma) : Quadratic {}, 0.0 };
-
-        if (k[degree - 1] != 0.0)
-            now.real = -p[degree] / k[degree - 1];
-
+        const Estimates now { scaled ? pair.nextQuadratic (sigma) : Quadratic {}, pair.nextZero() };
         auto quadraticChange = 1.0;
         auto linearChange = 1.0;
 
@@ -249,14 +190,14 @@ bool PolynomialRoots::applyFixedShift (const Quadratic& sigma, int stepCount) no
 
         if (step > 0 && scaled && (quadratic.passed || linear.passed))
         {
-            std::copy_n (k.begin(), degree, keptK.begin());
+            pair.keepK (keptK);
 
             if (applyVariableShift (now, quadratic, linear))
                 return true;
 
-            std::copy_n (keptK.begin(), degree, k.begin());
-            divideP (sigma);
-            divideK (sigma);
+            pair.restoreK (keptK);
+            pair.divideP (sigma);
+            pair.divideK (sigma);
         }
 
         last = now;
@@ -292,7 +233,7 @@ bool PolynomialRoots::applyVariableShift (const Estimates& start, Convergence& q
             else if (! quadratic.passed || quadraticTried)
                 return false;
             else
-                std::copy_n (keptK.begin(), degree, k.begin());
+                pair.restoreK (keptK);
         }
 
         if (iterateQuadratic (sigma))
@@ -305,7 +246,7 @@ bool PolynomialRoots::applyVariableShift (const Estimates& start, Convergence& q
             return false;
 
         tryLinear = true;
-        std::copy_n (keptK.begin(), degree, k.begin());
+        pair.restoreK (keptK);
     }
 }
 
@@ -326,10 +267,10 @@ bool PolynomialRoots::iterateQuadratic (Quadratic sigma) noexcept
         if (small.imag() == 0.0 && unlike)
             return false;
 
-        divideP (sigma);
+        pair.divideP (sigma);
         auto residual = 0.0;
 
-        if (isZeroPair (sigma, small, residual))
+        if (pair.isZeroPair (sigma, small, residual))
         {
             takeQuadratic (sigma);
             return true;
@@ -340,12 +281,12 @@ bool PolynomialRoots::iterateQuadratic (Quadratic sigma) noexcept
         {
             const auto offset = std::sqrt (std::max (relativeStep, epsilon));
             sigma = { sigma.u - sigma.u * offset, sigma.v + sigma.v * offset };
-            divideP (sigma);
+            pair.divideP (sigma);
 
             for (int shift = 0; shift < zeroShiftCount; ++shift)
             {
-                divideK (sigma);
-                stepK (sigma);
+                pair.divideK (sigma);
+                pair.stepK (sigma);
             }
 
             clusterTried = true;
@@ -353,10 +294,10 @@ bool PolynomialRoots::iterateQuadratic (Quadratic sigma) noexcept
         }
 
         lastResidual = residual;
-        divideK (sigma);
-        const auto scaled = stepK (sigma);
-        divideK (sigma);
-        const auto next = scaled ? nextQuadratic (sigma) : Quadratic {};
+        pair.divideK (sigma);
+        const auto scaled = pair.stepK (sigma);
+        pair.divideK (sigma);
+        const auto next = scaled ? pair.nextQuadratic (sigma) : Quadratic {};
 
         if (next.v == 0.0)
             return false;
@@ -376,14 +317,10 @@ PolynomialRoots::LinearOutcome PolynomialRoots::iterateLinear (double& shift) no
 
     for (int step = 0; step <= maxLinearSteps; ++step)
     {
-        const auto value = divideLinear ({ p.data(), degree + 1 }, shift, quotientP);
+        const auto [value, isZero] = pair.divideP (shift);
         const auto residual = std::abs (value);
-        auto bound = 0.5 * std::abs (quotientP[0]);
 
-        for (std::size_t i = 1; i <= degree; ++i)
-            bound = bound * std::abs (shift) + std::abs (quotientP[i]);
-
-        if (residual <= acceptedErrors * epsilon * (2.0 * bound - residual))
+        if (isZero)
         {
             takeLinear (shift);
             return LinearOutcome::found;
@@ -393,142 +330,18 @@ PolynomialRoots::LinearOutcome PolynomialRoots::iterateLinear (double& shift) no
             return LinearOutcome::cluster;
 
         lastResidual = residual;
-        stepKLinear (shift, value);
-        auto valueOfK = k[0];
-
-        for (std::size_t i = 1; i < degree; ++i)
-            valueOfK = valueOfK * shift + k[i];
-
-        const auto vanishes = std::abs (valueOfK) <= std::abs (k[degree - 1]) * epsilon * 10.0;
-        lastStep = vanishes ? 0.0 : -value / valueOfK;
+        lastStep = pair.stepK (shift, value);
         shift += lastStep;
     }
 
     return LinearOutcome::failed;
 }
 
-void PolynomialRoots::divideP (const Quadratic& sigma) noexcept
-{
-    divide ({ p.data(), degree + 1 }, sigma.u, sigma.v, quotientP);
-    remainderP = { quotientP[degree - 1], quotientP[degree] };
-}
-
-void PolynomialRoots::divideK (const Quadratic& sigma) noexcept
-{
-    divide ({ k.data(), degree }, sigma.u, sigma.v, quotientK);
-    remainderK = { quotientK[degree - 2], quotientK[degree - 1] };
-}
-
-/** K plus the multiple of P of degree one that makes the sum divisible by sigma, divided by sigma.
-
-    With P = Qp sigma + b (x + u) + a and K = Qk sigma + d (x + u) + c it is
-    (a^2 + u a b + v b^2) / (b c - a d) Qk + (x - (a c + u a d + v b d) / (b c - a d)) Qp + b, which keeps the leading
-    coefficient of P. False, with an unscaled K, when b c - a d vanishes. Expects both divisions to be up to date. */
-bool PolynomialRoots::stepK (const Quadratic& sigma) noexcept
-{
-    const auto n = degree;
-    const auto [b, a] = remainderP;
-    const auto [d, c] = remainderK;
-
-    if (std::abs (c) <= 100.0 * epsilon * std::abs (k[n - 1]) && std::abs (d) <= 100.0 * epsilon * std::abs (k[n - 2]))
-    {
-        for (auto i = n - 1; i >= 2; --i)
-            k[i] = quotientK[i - 2];
-
-        k[0] = k[1] = 0.0;
-        return false;
-    }
-
-    const auto determinant = b * c - a * d;
-    const auto factorK = a * a + sigma.u * a * b + sigma.v * b * b;
-    const auto factorP = a * c + sigma.u * a * d + sigma.v * b * d;
-    const auto vanishes = std::abs (determinant) <= 10.0 * epsilon * (std::abs (b * c) + std::abs (a * d));
-    const auto scaleP = vanishes ? 0.0 : 1.0;
-    const auto f = vanishes ? factorK : factorK / determinant;
-    const auto g = vanishes ? factorP : factorP / determinant;
-
-    k[0] = scaleP * quotientP[0];
-    k[1] = scaleP * quotientP[1] - g * quotientP[0];
-
-    for (std::size_t i = 2; i < n; ++i)
-        k[i] = scaleP * quotientP[i] - g * quotientP[i - 1] + f * quotientK[i - 2];
-
-    return ! vanishes;
-}
-
-/** The same step for a real shift; expects P to be divided by x - shift. */
-bool PolynomialRoots::stepKLinear (double shift, double valueOfP) noexcept
-{
-    const auto n = degree;
-    const auto valueOfK = divideLinear ({ k.data(), n }, shift, quotientK);
-    const auto vanishes = std::abs (valueOfK) <= std::abs (k[n - 1]) * epsilon * 10.0;
-    const auto factor = vanishes ? 1.0 : -valueOfP / valueOfK;
-
-    k[0] = vanishes ? 0.0 : quotientP[0];
-
-    for (std::size_t i = 1; i < n; ++i)
-        k[i] = (vanishes ? 0.0 : quotientP[i]) + factor * quotientK[i - 1];
-
-    return ! vanishes;
-}
-
-/** The quadratic that K points at. With K0 = K and K(j+1) = (Kj - Kj(0) / P(0) P) / x it is
-    (D12 x^2 - D02 x + D01) / D12, where Dij is the determinant of Ki and Kj at the two zeros of sigma; the remainders
-    modulo sigma are enough for those. {0, 0} when it does not exist. Expects both divisions to be up to date. */
-PolynomialRoots::Quadratic PolynomialRoots::nextQuadratic (const Quadratic& sigma) const noexcept
-{
-    struct Line
-    {
-        double slope, offset;
-
-        double determinant (const Line& other) const noexcept { return slope * other.offset - offset * other.slope; }
-    };
-
-    const auto n = degree;
-    const Line lineP { remainderP.slope, remainderP.offset + sigma.u * remainderP.slope };
-    const Line line0 { remainderK.slope, remainderK.offset + sigma.u * remainderK.slope };
-
-    const auto shifted = [&] (const Line& line, double ratio)
-    {
-        const auto slope = line.slope - ratio * lineP.slope;
-        const auto perV = (line.offset - ratio * lineP.offset) / sigma.v;
-        return Line { -perV, slope - perV * sigma.u };
-    };
-
-    const auto ratio0 = k[n - 1] / p[n];
-    const auto line1 = shifted (line0, ratio0);
-    const auto ratio1 = (k[n - 2] - ratio0 * p[n - 1]) / p[n];
-    const auto line2 = shifted (line1, ratio1);
-
-    const auto divisor = line1.determinant (line2);
-    const Quadratic next { -line0.determinant (line2) / divisor, line0.determinant (line1) / divisor };
-    return std::isfinite (next.u) && std::isfinite (next.v) ? next : Quadratic {};
-}
-
-/** Whether P at a zero of sigma is no more than rounding error; `residual` is its size. */
-bool PolynomialRoots::isZeroPair (const Quadratic& sigma, const Zero& zero, double& residual) const noexcept
-{
-    const auto [b, a] = remainderP;
-    const auto modulus = std::sqrt (std::abs (sigma.v));
-    residual = std::abs (a - zero.real() * b) + std::abs (zero.imag() * b);
-
-    auto bound = 2.0 * std::abs (quotientP[0]);
-
-    for (std::size_t i = 1; i < degree; ++i)
-        bound = bound * modulus + std::abs (quotientP[i]);
-
-    const auto real = std::abs (a - zero.real() * b);
-    bound = bound * modulus + real;
-    const auto error =
-        epsilon * (9.0 * bound - 7.0 * (real + std::abs (b) * modulus) + 2.0 * std::abs (zero.real() * b));
-    return residual <= acceptedErrors * error;
-}
-
 void PolynomialRoots::takeLinear (double zero) noexcept
 {
     const auto improved = refined (zero, false).real();
     append (improved);
-    degree = divideOut (currentPolynomial(), improved).size() - 1;
+    pair.takeOut (improved);
 }
 
 void PolynomialRoots::takeQuadratic (const Quadratic& sigma) noexcept
@@ -540,7 +353,7 @@ void PolynomialRoots::takeQuadratic (const Quadratic& sigma) noexcept
         const auto improved = refined (first, true);
         append (improved);
         append (std::conj (improved));
-        degree = divideOut (currentPolynomial(), -2.0 * improved.real(), std::norm (improved)).size() - 1;
+        pair.takeOut (Quadratic { -2.0 * improved.real(), std::norm (improved) });
     }
     else
     {
@@ -551,9 +364,11 @@ void PolynomialRoots::takeQuadratic (const Quadratic& sigma) noexcept
 
 void PolynomialRoots::takeRest() noexcept
 {
-    if (degree == 2)
+    const auto p = pair.coefficients();
+
+    if (pair.degree() == 2)
         takeQuadratic ({ p[1], p[2] });
-    else if (degree == 1)
+    else if (pair.degree() == 1)
         takeLinear (-p[1]);
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "dsp/ShiftedPair.h"
+
 #include <complex>
 #include <cstddef>
 #include <span>
@@ -30,20 +32,6 @@ public:
 private:
     using Zero = std::complex<double>;
 
-    /** x^2 + u x + v. */
-    struct Quadratic
-    {
-        double u = 0.0;
-        double v = 0.0;
-    };
-
-    /** What a division by x^2 + u x + v leaves: slope (x + u) + offset. */
-    struct Remainder
-    {
-        double slope = 0.0;
-        double offset = 0.0;
-    };
-
     /** The two estimates that a fixed shift watches. */
     struct Estimates
     {
@@ -73,19 +61,11 @@ private:
     [[nodiscard]] bool findNext() noexcept;
     [[nodiscard]] double lowerBoundOfModuli() const noexcept;
 
-    void applyZeroShifts() noexcept;
     [[nodiscard]] bool applyFixedShift (const Quadratic& sigma, int stepCount) noexcept;
     [[nodiscard]] bool
     applyVariableShift (const Estimates& start, Convergence& quadratic, Convergence& linear) noexcept;
     [[nodiscard]] bool iterateQuadratic (Quadratic sigma) noexcept;
     [[nodiscard]] LinearOutcome iterateLinear (double& shift) noexcept;
-
-    void divideP (const Quadratic& sigma) noexcept;
-    void divideK (const Quadratic& sigma) noexcept;
-    bool stepK (const Quadratic& sigma) noexcept;
-    bool stepKLinear (double shift, double valueOfP) noexcept;
-    [[nodiscard]] Quadratic nextQuadratic (const Quadratic& sigma) const noexcept;
-    [[nodiscard]] bool isZeroPair (const Quadratic& sigma, const Zero& zero, double& residual) const noexcept;
 
     void append (Zero zero) noexcept { found[foundCount++] = zero; }
     void takeLinear (double zero) noexcept;
@@ -94,7 +74,6 @@ private:
     [[nodiscard]] Zero refined (Zero zero, bool repelConjugate) noexcept;
 
     [[nodiscard]] std::span<const double> givenPolynomial() const noexcept { return { given.data(), givenDegree + 1 }; }
-    [[nodiscard]] std::span<double> currentPolynomial() noexcept { return { p.data(), degree + 1 }; }
 
     /** Those of the given polynomial: without the zeros at 0, which were stripped. */
     [[nodiscard]] std::span<Zero> foundZeros() noexcept
@@ -103,23 +82,15 @@ private:
     }
 
     std::size_t maxDegree;
-    std::size_t degree = 0;
     std::size_t givenDegree = 0;
     std::size_t foundCount = 0;
     std::size_t strippedCount = 0;
     double angle = 0.0;
 
-    // All polynomials have the highest power first; p is monic and k has one degree less.
-    std::vector<double> given;
-    std::vector<double> p;
-    std::vector<double> k;
-    std::vector<double> quotientP;
-    std::vector<double> quotientK;
+    std::vector<double> given; ///< monic, highest power first
+    ShiftedPair pair;
     std::vector<double> keptK;
     std::vector<double> startK;
-
-    Remainder remainderP;
-    Remainder remainderK;
 
     std::vector<Zero> found;
 };
