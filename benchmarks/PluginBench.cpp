@@ -1,3 +1,4 @@
+#include "AnalysisCost.h"
 #include "BenchSignal.h"
 #include "DesignTimes.h"
 #include "HostedEqualiser.h"
@@ -5,6 +6,7 @@
 #include "KernelRatios.h"
 #include "Measurement.h"
 #include "OwnEqualiser.h"
+#include "SessionCost.h"
 
 #include "dsp/SimdLevel.h"
 
@@ -206,6 +208,31 @@ void printInstanceCost()
                  cost.megabytes);
 }
 
+void printSessionCost()
+{
+    const auto cost = SessionCost::measure();
+    std::printf ("A full session of %d bytes: %.2f ms to save, %.2f ms to load\n",
+                 cost.bytes,
+                 cost.saveMilliseconds,
+                 cost.loadMilliseconds);
+}
+
+void printAnalysisCost()
+{
+    constexpr double secondsPlayed = 8.0;
+    std::printf ("\nLive analysis at 48 kHz in stereo, both threads with the spectrum, %% of one core:");
+
+    for (const auto& level : levels)
+        if (setSimdLevel (level.level))
+        {
+            std::printf (" %s %.2f", level.name, AnalysisCost::percentOfCore (secondsPlayed));
+            std::fflush (stdout);
+        }
+
+    std::printf ("\n");
+    setSimdLevel (bestSimdLevel());
+}
+
 std::unique_ptr<HostedEqualiser> makePeer (const char* library, double rate, BenchSignal& signal, auto setUp)
 {
     if (! std::filesystem::exists (library))
@@ -305,6 +332,8 @@ int main (int argumentCount, char** arguments)
         printKernelRatios();
         printDesignTimes();
         printInstanceCost();
+        printSessionCost();
+        printAnalysisCost();
 
         for (int index = 1; index < argumentCount; ++index)
             if (std::string (arguments[index]) == "--peers")

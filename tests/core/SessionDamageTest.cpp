@@ -1,5 +1,6 @@
 #include "core/SessionXml.h"
 #include "support/BlockMutator.h"
+#include "support/GoldenFile.h"
 #include "support/SessionRig.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "support/BinaryXml.h"
-#include "support/GoldenFile.h"
 #include "support/PluginRig.h"
 
 #include <memory>
