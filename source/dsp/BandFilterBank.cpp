@@ -21,7 +21,7 @@ constexpr std::size_t lowPassCount = 2;
 constexpr std::array<double, sectionCount> sectionQs { 0.5411961, 1.306563, 0.5411961, 1.306563 };
 
 /** Frames between two turnings of the powers from frames into rows. */
-constexpr int tileLength = 64;
+constexpr int tileLength = 256;
 using Tile = std::array<std::array<float, bandCount>, static_cast<std::size_t> (tileLength)>;
 
 /** Frames of the channels that fill the lanes from `firstLane` on. `right` is read only where the lanes span both. */

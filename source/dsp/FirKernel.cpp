@@ -7,9 +7,6 @@
 
 namespace
 {
-/** Vectors of outputs that are summed at once: enough independent sums to hide the latency of an addition. */
-constexpr int vectorsAtOnce = 8;
-
 template <int lanes, int channelCount, int vectorCount>
 struct Tile
 {
@@ -72,8 +69,8 @@ struct FoldedOrder
     }
 };
 
-/** Takes the taps whose numbers leave the same remainder by the vector's width one after the other, four at a time.
-    Their inputs lie whole vectors apart, so that a vector serves up to four sums once it is loaded: nearly every load
+/** Takes the taps whose numbers leave the same remainder by the vector's width one after the other, some at a time.
+    Their inputs lie whole vectors apart, so that a vector serves as many sums once it is loaded: nearly every load
     of a wide vector crosses a cache line, and loads would be the limit otherwise. */
 template <int tapsAtOnce>
 struct DiagonalOrder
@@ -110,7 +107,7 @@ struct DiagonalOrder
         for (int t = 0; t < tapsAtOnce; ++t)
             group[t] = taps[t * lanes];
 
-#pragma GCC unroll 16
+#pragma GCC unroll 32
         for (int place = vectorCount - 1; place > -tapsAtOnce; --place)
         {
 #pragma GCC unroll 2
@@ -119,7 +116,7 @@ struct DiagonalOrder
                 Vector input = lanesAt<lanes> (tile.input[c] + place * lanes - k);
                 SOLVANE_KEEP_IN_REGISTER (input);
 
-#pragma GCC unroll 8
+#pragma GCC unroll 16
                 for (int t = 0; t < tapsAtOnce; ++t)
                     if (place + t >= 0 && place + t < vectorCount)
                         tile.sums[c][place + t] += group[t] * input;
@@ -150,47 +147,64 @@ SOLVANE_ALWAYS_INLINE void fillTile (const FirJob& job, int firstChannel, int st
             storeLanes<lanes> (tile.sums[c][v], job.output[firstChannel + c] + start + v * lanes, kept - v * lanes);
 }
 
-/** Whole tiles of one channel after the other, and then what remains of both at once, in tiles that reach past the
-    block. */
-template <typename Order, int lanes>
-SOLVANE_ALWAYS_INLINE void fill (const FirJob& job) noexcept
+/** Fills whole tiles from `start` on, as far as the block goes.
+    @returns where they end */
+template <typename Order, int lanes, int channelsAtOnce, int vectorCount>
+SOLVANE_ALWAYS_INLINE int fillWhole (const FirJob& job, int start) noexcept
 {
-    constexpr auto tileLength = vectorsAtOnce * lanes;
-    const auto whole = job.sampleCount / tileLength * tileLength;
+    constexpr auto tileLength = vectorCount * lanes;
+    const auto end = start + (job.sampleCount - start) / tileLength * tileLength;
 
-    for (int c = 0; c < job.channelCount; ++c)
-        for (int start = 0; start < whole; start += tileLength)
-            fillTile<Order, lanes, 1, vectorsAtOnce> (job, c, start, tileLength);
+    for (int c = 0; c < job.channelCount; c += channelsAtOnce)
+        for (int from = start; from < end; from += tileLength)
+            fillTile<Order, lanes, channelsAtOnce, vectorCount> (job, c, from, tileLength);
 
-    for (int start = whole; start < job.sampleCount; start += tileLength / 2)
+    return end;
+}
+
+/** Fills what remains, of both channels at once, in tiles that reach past the block. */
+template <typename Order, int lanes>
+SOLVANE_ALWAYS_INLINE void fillRest (const FirJob& job, int start) noexcept
+{
+    constexpr auto vectorCount = 4;
+    constexpr auto tileLength = vectorCount * lanes;
+
+    for (; start < job.sampleCount; start += tileLength)
     {
-        const auto kept = std::min (job.sampleCount - start, tileLength / 2);
+        const auto kept = std::min (job.sampleCount - start, tileLength);
 
         if (job.channelCount == 2)
-            fillTile<Order, lanes, 2, vectorsAtOnce / 2> (job, 0, start, kept);
+            fillTile<Order, lanes, 2, vectorCount> (job, 0, start, kept);
         else
-            fillTile<Order, lanes, 1, vectorsAtOnce / 2> (job, 0, start, kept);
+            fillTile<Order, lanes, 1, vectorCount> (job, 0, start, kept);
     }
 }
 
+// The shapes of the tiles were found by measuring. A machine that begins two multiplications with additions per cycle,
+// each of which takes four, needs more than eight sums under way to be kept busy, since they do not come round evenly;
+// how many fit is a question of registers.
+
+template <typename Order>
 void convolveBaseline (const FirJob& job) noexcept
 {
-    constexpr int lanes = 2;
-
-    if (job.symmetric)
-        fill<FoldedOrder, lanes> (job);
-    else
-        fill<DirectOrder, lanes> (job);
+    const auto start = fillWhole<Order, 2, 1, 8> (job, 0);
+    fillRest<Order, 2> (job, start);
 }
 
 #if SOLVANE_HAS_FUNCTION_VERSIONS
 SOLVANE_TARGET_V3 void convolveV3 (const FirJob& job) noexcept
 {
-    fill<DiagonalOrder<4>, 4> (job);
+    auto start = fillWhole<DiagonalOrder<2>, 4, 1, 12> (job, 0);
+    start = fillWhole<DiagonalOrder<4>, 4, 1, 8> (job, start);
+    fillRest<DiagonalOrder<4>, 4> (job, start);
 }
+
 SOLVANE_TARGET_V4 void convolveV4 (const FirJob& job) noexcept
 {
-    fill<DiagonalOrder<6>, 8> (job);
+    auto start = job.channelCount == 2 ? fillWhole<DiagonalOrder<6>, 8, 2, 8> (job, 0)
+                                       : fillWhole<DiagonalOrder<6>, 8, 1, 16> (job, 0);
+    start = fillWhole<DiagonalOrder<6>, 8, 1, 8> (job, start);
+    fillRest<DiagonalOrder<6>, 8> (job, start);
 }
 #endif
 } // namespace
@@ -209,5 +223,8 @@ void convolve (const FirJob& job) noexcept
     }
 #endif
 
-    convolveBaseline (job);
+    if (job.symmetric)
+        convolveBaseline<FoldedOrder> (job);
+    else
+        convolveBaseline<DirectOrder> (job);
 }
