@@ -3,19 +3,23 @@
 #include "TenBands.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <complex>
 #include <cstdlib>
 #include <numbers>
 #include <stdexcept>
+#include <thread>
 
 namespace
 {
 constexpr int textSteps = 400;
 constexpr int bisections = 30;
 
-/** Passes over the signal after which every peer has taken its new settings over. */
-constexpr int warmUpPasses = 4;
+/** Passes over the signal, with pauses for those who design their filters on other threads, after which every peer has
+    taken its new settings over. */
+constexpr int warmUpPasses = 40;
+constexpr std::chrono::milliseconds warmUpPause { 10 };
 } // namespace
 
 HostedEqualiser::HostedEqualiser (const std::string& library, double sampleRate, int blockSize)
@@ -82,7 +86,10 @@ void HostedEqualiser::process (BenchSignal& signal)
 double HostedEqualiser::largestChangeDb (BenchSignal& signal)
 {
     for (int pass = 0; pass < warmUpPasses; ++pass)
+    {
         process (signal);
+        std::this_thread::sleep_for (warmUpPause);
+    }
 
     std::vector<float> silence (BenchSignal::frameCount, 0.0f);
     std::vector<float> impulse (silence);

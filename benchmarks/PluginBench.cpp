@@ -220,7 +220,9 @@ void printSessionCost()
 void printAnalysisCost()
 {
     constexpr double secondsPlayed = 8.0;
-    std::printf ("\nLive analysis at 48 kHz in stereo, both threads with the spectrum, %% of one core:");
+    std::printf (
+        "\nLive analysis at 48 kHz in stereo at the pace of a sound card: both threads with the spectrum and all\n"
+        "their waking, %% of one core:");
 
     for (const auto& level : levels)
         if (setSimdLevel (level.level))

@@ -3,6 +3,7 @@
 #include "targets/TopBand.h"
 
 #include <algorithm>
+#include <utility>
 
 LiveAnalysis::LiveAnalysis (PluginModel& modelToUse,
                             const TargetSet& targetToUse,
@@ -137,12 +138,21 @@ void LiveAnalysis::restoreHighLevels() noexcept
         analyser.bandLevels[band].store (resetLevelDb, std::memory_order_relaxed);
 }
 
+/** Waking a thread costs more than most passes: it is left asleep while it would find no whole chunk and no reset. */
+bool LiveAnalysis::spectrumHasWork() noexcept
+{
+    const auto generation = resetGeneration.load (std::memory_order_acquire);
+    return std::exchange (spectrumWokenFor, generation) != generation || fullRateFifo.numReady() >= chunkLength;
+}
+
 void LiveAnalysis::analyseDecimated()
 {
-    spectrumSignal.wake();
-
     {
         const std::scoped_lock guard (analysisPass);
+
+        if (spectrumHasWork())
+            spectrumSignal.wake();
+
         const auto generation = takeReset (analysisGeneration, decimatedFifo, &BandAnalyser::resetLowBands);
         const auto length = static_cast<int> (decimatedChunk[0].size());
         float* chunk[2] { decimatedChunk[0].data(), decimatedChunk[1].data() };

@@ -18,8 +18,8 @@
 /** Measures what arrives, before the filters, on two threads of its own: the analysis thread takes the three low bands
    at the reduced rate and works out the gain targets, the spectrum thread takes the other bands and the spectrum.
 
-    The audio thread writes into two FIFOs and wakes the analysis thread, which wakes the spectrum thread and waits for
-    it at the end of its pass. A full FIFO loses a block of the analysis and nothing else. Each pass holds its thread's
+    The audio thread writes into two FIFOs and wakes the analysis thread, which wakes the spectrum thread, if there is a
+    chunk for it, and waits for it at the end of its pass. A full FIFO loses a block of the analysis and nothing else. Each pass holds its thread's
     mutex; prepare takes both, the analysis thread's first, while the FIFOs change their shape. The audio thread takes
     neither. */
 class LiveAnalysis
@@ -82,6 +82,7 @@ private:
     void analyseDecimated();
     void analyseFullRate();
     void analyseSpectrumOf (const Chunk& chunk);
+    [[nodiscard]] bool spectrumHasWork() noexcept;
     void updateTopBand();
     void updateGainTargets();
     void forgetReadings() noexcept;
@@ -114,6 +115,7 @@ private:
 
     std::atomic<unsigned> resetGeneration { 0 };
     unsigned analysisGeneration = 0;
+    unsigned spectrumWokenFor = 0; ///< the analysis thread's
     unsigned spectrumGeneration = 0;
 
     std::mutex analysisPass;
