@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <vector>
 
 namespace
@@ -203,31 +204,39 @@ TEST_F (PluginModelTest, sixSettersFireOnlyWhenAsked)
     struct Stored
     {
         const char* channel;
-        void (PluginModel::*set) (bool, bool);
-        bool (PluginModel::*get)() const noexcept;
+        std::function<void (bool, bool)> set;
+        std::function<bool()> get;
     };
 
     const Stored all[] {
         { Channels::integratedLUFSAnalysisChanged,
-          &PluginModel::setIntegratedLUFSAnalysisChanged,
-          &PluginModel::integratedLUFSAnalysisChanged },
-        { Channels::stateInformationSet, &PluginModel::setStateInformationSet, &PluginModel::stateInformationSet },
-        { Channels::minimised, &PluginModel::setMinimised, &PluginModel::minimised },
-        { Channels::smartBandsReady, &PluginModel::setSmartBandsReady, &PluginModel::smartBandsReady },
-        { Channels::targetsReady, &PluginModel::setTargetsReady, &PluginModel::targetsReady },
+          [&] (bool v, bool notify) { model.setIntegratedLUFSAnalysisChanged (v, notify); },
+          [&] { return model.integratedLUFSAnalysisChanged(); } },
+        { Channels::stateInformationSet,
+          [&] (bool v, bool notify) { model.setStateInformationSet (v, notify); },
+          [&] { return model.stateInformationSet(); } },
+        { Channels::minimised,
+          [&] (bool v, bool notify) { model.setMinimised (v, notify); },
+          [&] { return model.minimised(); } },
+        { Channels::smartBandsReady,
+          [&] (bool v, bool notify) { model.setSmartBandsReady (v, notify); },
+          [&] { return model.smartBandsReady(); } },
+        { Channels::targetsReady,
+          [&] (bool v, bool notify) { model.setTargetsReady (v, notify); },
+          [&] { return model.targetsReady(); } },
         { Channels::createOverlapControls,
-          &PluginModel::setCreateOverlapControls,
-          &PluginModel::createOverlapControls },
+          [&] (bool v, bool notify) { model.setCreateOverlapControls (v, notify); },
+          [&] { return model.createOverlapControls(); } },
     };
 
     for (const auto& tested : all)
     {
         std::vector<bool> seen;
-        const auto token = model.channels.add ([&] { seen.push_back ((model.*tested.get)()); }, tested.channel);
-        (model.*tested.set) (true, false);
-        EXPECT_TRUE ((model.*tested.get)()) << tested.channel;
+        const auto token = model.channels.add ([&] { seen.push_back (tested.get()); }, tested.channel);
+        tested.set (true, false);
+        EXPECT_TRUE (tested.get()) << tested.channel;
         EXPECT_TRUE (seen.empty()) << tested.channel;
-        (model.*tested.set) (false, true);
+        tested.set (false, true);
         EXPECT_EQ (seen, std::vector<bool> { false }) << tested.channel;
         model.channels.remove (token);
     }
