@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <tuple>
 
 // Loads what the fuzzer makes up as a session block, and as preferences where it reads as such. Input that does not
 // start with the mark of the framework's wrapping is taken for the text within, so that the fuzzer need not learn to
@@ -33,7 +34,9 @@ juce::MemoryBlock blockOf (const std::uint8_t* data, std::size_t size)
 /** Lives to the end of the process, like its threads. */
 VelmoraAudioProcessor& sharedProcessor()
 {
-    static const juce::ScopedJuceInitialiser_GUI framework;
+    // Ended with the process, it would come after the framework's own statics, which it frees.
+    static const auto& framework = *new juce::ScopedJuceInitialiser_GUI();
+    std::ignore = framework;
     static auto& processor =
         *new VelmoraAudioProcessor ({ juce::PluginHostType::UnknownHost, "/opt/host", []() noexcept { return 0; } },
                                     {},
