@@ -9,20 +9,9 @@ namespace
 constexpr int channelCapacity = 2;
 constexpr int maxLowDelaySamples = (maxFirTapCount - 1) / 2;
 
+template <typename Sample>
 void delayInto (DelayRing& delay,
-                const float* const* input,
-                double* const* output,
-                int channelCount,
-                int count) noexcept
-{
-    if (channelCount == 2)
-        delay.processStereo (input[0], input[1], output[0], output[1], count);
-    else
-        delay.processSingle (input[0], output[0], count);
-}
-
-void delayInto (DelayRing& delay,
-                const double* const* input,
+                const Sample* const* input,
                 double* const* output,
                 int channelCount,
                 int count) noexcept

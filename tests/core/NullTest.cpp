@@ -129,10 +129,22 @@ INSTANTIATE_TEST_SUITE_P (Rates,
                           testing::ValuesIn (allCases()),
                           [] (const auto& tested) { return nameOf (tested.param); });
 
+void setBandsOfEveryKind (PluginRig& rig)
+{
+    rig.setBand (0, 500.0f, 6.0f);
+    rig.setBand (1, 3000.0f, -5.0f, 2.0f);
+    rig.setBand (2, 9000.0f, 4.0f);
+    rig.set (2, Kind::highShelf, 1.0f);
+    rig.setBand (3, 1200.0f, 7.0f);
+    rig.set (3, Kind::midSide, 0.0f);
+    rig.setBand (4, 6000.0f, -8.0f);
+    rig.set (4, Kind::midSide, 0.9f);
+}
+
 class RenderTest : public testing::TestWithParam<double>
 {
 protected:
-    /** A render with bands of every kind. */
+    /** An offline render. */
     PluginRig::Signal render (const std::function<int()>& nextSize, float phase, int channelCount = 2)
     {
         PluginRig rig;
@@ -140,14 +152,7 @@ protected:
         rig.set (ParameterIds::mode, 1.0f);
         rig.set (ParameterIds::phase, phase);
         rig.prepare (GetParam(), longestBlock, channelCount);
-        rig.setBand (0, 500.0f, 6.0f);
-        rig.setBand (1, 3000.0f, -5.0f, 2.0f);
-        rig.setBand (2, 9000.0f, 4.0f);
-        rig.set (2, Kind::highShelf, 1.0f);
-        rig.setBand (3, 1200.0f, 7.0f);
-        rig.set (3, Kind::midSide, 0.0f);
-        rig.setBand (4, 6000.0f, -8.0f);
-        rig.set (4, Kind::midSide, 0.9f);
+        setBandsOfEveryKind (rig);
         rig.settle();
         return rig.run (signals::noise (channelCount, renderLength, 99, 1.0f), nextSize);
     }
@@ -198,14 +203,7 @@ TEST_P (RenderTest, equalsALiveRenderOfTheSameSettings)
     PluginRig live;
     live.set (ParameterIds::mode, 1.0f);
     live.prepare (GetParam(), longestBlock);
-    live.setBand (0, 500.0f, 6.0f);
-    live.setBand (1, 3000.0f, -5.0f, 2.0f);
-    live.setBand (2, 9000.0f, 4.0f);
-    live.set (2, Kind::highShelf, 1.0f);
-    live.setBand (3, 1200.0f, 7.0f);
-    live.set (3, Kind::midSide, 0.0f);
-    live.setBand (4, 6000.0f, -8.0f);
-    live.set (4, Kind::midSide, 0.9f);
+    setBandsOfEveryKind (live);
     live.settle();
     EXPECT_EQ (signals::firstDifference (live.run (signals::noise (2, renderLength, 99, 1.0f), 512), offline), "");
 }
