@@ -70,9 +70,8 @@ void AudioCallback::prepare()
         meters.prepare (model.sampleRate);
 }
 
-void AudioCallback::updateLatency() noexcept
+void AudioCallback::updateLatency (int base) noexcept
 {
-    const auto base = model.baseLatency.load();
     mixerLatency.publish (base);
     bypassDelay.setLength (base + (model.fifosEngaged ? model.decimationFactor.load() : 0));
 }

@@ -34,15 +34,12 @@ public:
         rate converter's filters. Audio stopped. */
     void prepare();
 
-    /** Sizes both delay lines for the model's base latency; they are cleared at the next block. Any thread. */
-    void updateLatency() noexcept;
+    /** Sizes both delay lines for a base latency in samples; they are cleared at the next block. Any thread. */
+    void updateLatency (int base) noexcept;
 
     /** The meters, of which the audio thread feeds all three. */
     [[nodiscard]] LoudnessMeters& loudnessMeters() noexcept { return meters; }
     [[nodiscard]] const LevelMatch& levelMatch() const noexcept { return match; }
-
-    /** The delay in samples of the bypass line. */
-    [[nodiscard]] int bypassLatency() const noexcept { return bypassDelay.length(); }
 
     /** One block, in place. Audio thread; real-time safe. */
     void

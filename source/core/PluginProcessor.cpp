@@ -133,18 +133,18 @@ void VelmoraAudioProcessor::updateLatency (bool force)
     { return baseLatencyFor (model.sampleRate, model.filterMode(), model.filterPhase()); };
     std::optional<int> latency;
 
-    // Again if another thread changed mode or phase meanwhile, so that the last of them leaves the right figure.
+    // Again if another thread changed mode or phase meanwhile, so that the last of them leaves the right figure: each
+    // passes on what it has worked out itself, and ends only when that still holds.
     do
     {
         latency = currentLatency();
-
-        if (latency.has_value())
-            model.baseLatency = *latency;
+        const auto base = latency.value_or (model.baseLatency);
+        model.baseLatency = base;
 
         if (force || ! host.hostIsCubase)
-            reportLatency (model.baseLatency + (model.fifosEngaged ? model.decimationFactor.load() : 0));
+            reportLatency (base + (model.fifosEngaged ? model.decimationFactor.load() : 0));
 
-        audioCallback.updateLatency();
+        audioCallback.updateLatency (base);
     } while (latency != currentLatency());
 }
 

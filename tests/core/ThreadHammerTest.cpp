@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <random>
 #include <thread>
 
@@ -151,6 +152,18 @@ protected:
         }
     }
 
+    /** Where an impulse comes out of a bypassed block. */
+    [[nodiscard]] std::ptrdiff_t bypassedDelay()
+    {
+        juce::MidiBuffer noMidi;
+        juce::AudioBuffer<float> buffer (2, 1024);
+        buffer.clear();
+        buffer.setSample (0, 0, 1.0f);
+        rig.processor.processBlockBypassed (buffer, noMidi);
+        const auto* output = buffer.getReadPointer (0);
+        return std::find (output, output + buffer.getNumSamples(), 1.0f) - output;
+    }
+
     PluginRig rig;
     std::atomic<int> samplesThatAreNoNumbers { 0 };
 };
@@ -163,9 +176,24 @@ TEST_F (ThreadHammerTest, parametersFromSeveralThreadsWhileAudioRuns)
     expectThatTheLastValuesArrived();
 }
 
+TEST_F (ThreadHammerTest, ofTwoThreadsThatSwitchTheLastLeavesTheRightLatency)
+{
+    rig.prepare (48000.0, 64);
+    rig.runSilence (64, 64);
+
+    for (int round = 0; round < 1000 && ! HasFailure(); ++round)
+    {
+        together ({ switching (ParameterIds::mode, 4), switching (ParameterIds::phase, 4) });
+        EXPECT_EQ (rig.processor.model.baseLatency, 274) << "round " << round;
+        EXPECT_EQ (rig.reportedLatency(), 274 + 4) << "round " << round;
+        EXPECT_EQ (bypassedDelay(), 274 + 4) << "round " << round;
+    }
+}
+
 TEST_F (ThreadHammerTest, modeAndPhaseSwitchedFromTwoThreadsWhileAudioRuns)
 {
     rig.prepare (48000.0, 64);
+    rig.runSilence (64, 64); // the part of the delay that joins with the first block
     rig.setBand (0, 8000.0f, 4.0f);
     together ({ audio (400),
                 switching (ParameterIds::mode, 100),

@@ -1,9 +1,11 @@
 #include "support/PluginRig.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <numbers>
 #include <random>
+#include <stdexcept>
 #include <thread>
 
 namespace juce
@@ -80,9 +82,17 @@ void PluginRig::process (juce::AudioBuffer<float>& buffer)
 
 void PluginRig::serveMessagesUntil (const std::function<bool()>& done)
 {
+    constexpr std::chrono::seconds patience { 60 };
+    const auto start = std::chrono::steady_clock::now();
+
     while (! done())
+    {
+        if (std::chrono::steady_clock::now() - start > patience)
+            throw std::runtime_error ("no message brought what was waited for");
+
         if (! juce::dispatchNextMessageOnSystemQueue (true))
             std::this_thread::yield();
+    }
 }
 
 PluginRig::Signal PluginRig::run (const Signal& input, int blockSize)

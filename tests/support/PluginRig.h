@@ -45,7 +45,8 @@ public:
     /** `count` samples of silence, block by block. */
     void runSilence (int count, int blockSize);
 
-    /** Serves the message thread's timers and messages until `done` holds. On the thread that made the framework. */
+    /** Serves the message thread's timers and messages until `done` holds; throws when that takes a minute. On the thread
+        that made the framework. */
     static void serveMessagesUntil (const std::function<bool()>& done);
 
     /** Samples from input to output when nothing is soloed, whatever has been reported. */
