@@ -40,11 +40,11 @@ TEST_P (DelayTest, flatOutputIsTheInputDelayedToTheBitForEveryBlockSize)
         {
             plugin->prepare (rate().sampleRate, blockSize);
             plugin->setParameter (modeName, mixMode ? 1.0f : 0.0f);
-            hostRun::settle (*plugin, 2, blockSize);
 
+            // New lengths wait for a worker that is still designing for the old ones.
             const auto trueDelay = (mixMode ? rate().mixLatency : rate().masterLatency) + rate().factor;
-            const auto output = hostRun::run (*plugin, input, blockSize);
-            EXPECT_EQ (hostRun::differenceFromDelayed (output, input, trueDelay), 0.0f)
+            const auto expected = signals::delayedBy (input, trueDelay);
+            EXPECT_EQ (hostRun::differenceOnceDesigned (*plugin, input, expected, blockSize), 0.0f)
                 << (mixMode ? "Mix" : "Master") << " in blocks of " << blockSize;
         }
 }
