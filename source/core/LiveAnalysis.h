@@ -19,9 +19,9 @@
    at the reduced rate and works out the gain targets, the spectrum thread takes the other bands and the spectrum.
 
     The audio thread writes into two FIFOs and wakes the analysis thread, which wakes the spectrum thread, if there is a
-    chunk for it, and waits for it at the end of its pass. A full FIFO loses a block of the analysis and nothing else. Each pass holds its thread's
-    mutex; prepare takes both, the analysis thread's first, while the FIFOs change their shape. The audio thread takes
-    neither. */
+    chunk for it, and waits for it at the end of its pass. A full FIFO loses a block of the analysis and nothing else.
+    Each pass holds its thread's mutex; prepare takes both, the analysis thread's first, while the FIFOs change their
+    shape. The audio thread takes neither. */
 class LiveAnalysis
 {
 public:
