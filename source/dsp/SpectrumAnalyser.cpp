@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <complex>
+#include <numbers>
 
 #include <kissfft/kissfft.hh>
 
@@ -16,11 +17,47 @@ constexpr float smallestSample = 1.0e-10f;
 constexpr float endScale = 2.0f * static_cast<float> (SpectrumAnalyser::frameLength);
 } // namespace
 
-/** Pairs of neighbouring samples go through a complex transform of half the length. */
-struct SpectrumAnalyser::Transform
+/** Pairs of neighbouring samples go through a complex transform of half the length, as real and imaginary part. Its bins
+    k and n - k then hold the transforms of the even and of the odd samples, from which bin k of the whole is put
+    together (Press et al., Numerical Recipes, "FFT of Single Real Function"). */
+class SpectrumAnalyser::Transform
 {
-    kissfft<float> fft { frameLength / 2, false };
-    std::array<std::complex<float>, frameLength / 2> bins {};
+public:
+    Transform()
+    {
+        for (std::size_t bin = 0; bin < pairCount; ++bin)
+            turns[bin] = std::polar (1.0, -2.0 * std::numbers::pi * static_cast<double> (bin) / frameLength);
+    }
+
+    /** Where a frame goes in. */
+    [[nodiscard]] float* samples() noexcept { return reinterpret_cast<float*> (pairs.data()); }
+
+    void run() noexcept { fft.transform (pairs.data(), bins.data()); }
+
+    /** The real values at 0 Hz and at half the rate. */
+    [[nodiscard]] float firstBin() const noexcept { return forwardScale * (bins[0].real() + bins[0].imag()); }
+    [[nodiscard]] float lastBin() const noexcept { return forwardScale * (bins[0].real() - bins[0].imag()); }
+
+    /** A bin between them. Even and odd part are each the half of a sum, which stands for the scale. */
+    [[nodiscard]] std::complex<float> bin (std::size_t index) const noexcept
+    {
+        const auto here = bins[index];
+        const auto mirrored = bins[pairCount - index];
+        const auto oddRe = here.imag() + mirrored.imag();
+        const auto oddIm = mirrored.real() - here.real();
+        const auto turn = turns[index];
+        return { here.real() + mirrored.real() + oddRe * turn.real() - oddIm * turn.imag(),
+                 here.imag() - mirrored.imag() + oddRe * turn.imag() + oddIm * turn.real() };
+    }
+
+private:
+    static constexpr std::size_t pairCount = frameLength / 2;
+    static_assert (forwardScale == 2.0f);
+
+    kissfft<float> fft { pairCount, false };
+    std::array<std::complex<float>, pairCount> turns {}; ///< by how much the odd samples lie behind
+    std::array<std::complex<float>, pairCount> pairs {};
+    std::array<std::complex<float>, pairCount> bins {};
 };
 
 SpectrumAnalyser::SpectrumAnalyser() : prepared (std::make_unique<Transform>())
@@ -40,36 +77,33 @@ bool SpectrumAnalyser::isWorthAnalysing (const float* left, const float* right) 
 
 void SpectrumAnalyser::analyseSpectrum (const float* left, const float* right, float* out) noexcept
 {
-    if (right != nullptr)
-        for (std::size_t i = 0; i < frameLength; ++i)
-            mono[i] = (left[i] + right[i]) * 0.5f;
-    else
-        std::copy_n (left, frameLength, mono.begin());
+    auto* windowed = prepared->samples();
 
     for (std::size_t i = 0; i < frameLength; ++i)
-        windowed[i] = mono[i] * window[i];
+        windowed[i] = (right != nullptr ? (left[i] + right[i]) * 0.5f : left[i]) * window[i];
 
-    transform (windowed.data(), frequencyData.data());
-
-    out[0] = std::abs (frequencyData[0]) * endScale;
-    out[binCount - 1] = std::abs (frequencyData[1]) * endScale;
+    prepared->run();
+    out[0] = std::abs (prepared->firstBin()) * endScale;
+    out[binCount - 1] = std::abs (prepared->lastBin()) * endScale;
 
     for (std::size_t bin = 1; bin < binCount - 1; ++bin)
     {
-        const auto re = frequencyData[2 * bin];
-        const auto im = frequencyData[2 * bin + 1];
-        out[bin] = std::sqrt (re * re + im * im);
+        const auto value = prepared->bin (bin);
+        out[bin] = std::sqrt (value.real() * value.real() + value.imag() * value.imag());
     }
 }
 
 void SpectrumAnalyser::transform (const float* samples, float* packed) noexcept
 {
-    prepared->fft.transform_real (samples, prepared->bins.data());
+    std::copy_n (samples, frameLength, prepared->samples());
+    prepared->run();
+    packed[0] = prepared->firstBin();
+    packed[1] = prepared->lastBin();
 
-    // The library's own order is the one that is wanted: the first pair holds the two real ends.
-    for (std::size_t bin = 0; bin < prepared->bins.size(); ++bin)
+    for (std::size_t bin = 1; bin < binCount - 1; ++bin)
     {
-        packed[2 * bin] = prepared->bins[bin].real() * forwardScale;
-        packed[2 * bin + 1] = prepared->bins[bin].imag() * forwardScale;
+        const auto value = prepared->bin (bin);
+        packed[2 * bin] = value.real();
+        packed[2 * bin + 1] = value.imag();
     }
 }

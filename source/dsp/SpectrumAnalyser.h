@@ -39,11 +39,8 @@ public:
     void transform (const float* samples, float* packed) noexcept;
 
 private:
-    struct Transform;
+    class Transform;
 
-    std::array<float, frameLength> mono {};
     std::array<float, frameLength> window {};
-    std::array<float, frameLength> windowed {};
-    std::array<float, frameLength> frequencyData {};
     std::unique_ptr<Transform> prepared;
 };
