@@ -63,4 +63,29 @@ TEST (TopBandTest, aLevelThatIsNotFiniteKeepsWhatWasThere)
             EXPECT_EQ (result, -41.25f);
         }
 }
+
+TEST (RememberedTopBandTest, givesWhatTheCurveGivesWhateverCameBefore)
+{
+    constexpr auto nan = std::numeric_limits<double>::quiet_NaN();
+    const std::array<std::array<double, 3>, 9> inOrder { { { -24.0, -26.2, -34.3 },
+                                                           { -24.0, -26.2, -34.3 },
+                                                           { -20.0, -20.0, -20.0 },
+                                                           { -20.0, -20.0, -20.0 },
+                                                           { -24.0, -26.2, -34.3 },
+                                                           { nan, -26.2, -34.3 },
+                                                           { nan, -26.2, -34.3 },
+                                                           { -24.0, -26.2, -34.2 },
+                                                           { -24.0, -26.2, -34.3 } } };
+    RememberedTopBand remembered;
+
+    for (const auto& levels : inOrder)
+        for (const auto previous : { -41.25f, -60.0f })
+        {
+            auto expected = previous;
+            makeTopBandValue (levels, &expected);
+            auto result = previous;
+            remembered.makeTopBandValue (levels, &result);
+            EXPECT_EQ (result, expected);
+        }
+}
 } // namespace
