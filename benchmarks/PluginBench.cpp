@@ -219,19 +219,24 @@ void printSessionCost()
 
 void printAnalysisCost()
 {
-    constexpr double secondsPlayed = 8.0;
+    constexpr double secondsWatched = 8.0;
     std::printf (
-        "\nLive analysis at 48 kHz in stereo at the pace of a sound card: both threads with the spectrum and all\n"
-        "their waking, %% of one core:");
+        "\nLive analysis at 48 kHz in stereo with the spectrum, both threads together, in %% of one core: what they\n"
+        "compute; the same at the pace of a sound card, cold and with all waking; waking alone, without work\n"
+        "  %-10s %9s %9s %9s\n",
+        "",
+        "computing",
+        "at pace",
+        "waking");
 
     for (const auto& level : levels)
         if (setSimdLevel (level.level))
         {
-            std::printf (" %s %.2f", level.name, AnalysisCost::percentOfCore (secondsPlayed));
+            const auto cost = AnalysisCost::measure (secondsWatched);
+            std::printf ("  %-10s %9.2f %9.2f %9.2f\n", level.name, cost.work, cost.atPace, cost.waking);
             std::fflush (stdout);
         }
 
-    std::printf ("\n");
     setSimdLevel (bestSimdLevel());
 }
 

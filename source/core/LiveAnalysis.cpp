@@ -1,7 +1,5 @@
 #include "core/LiveAnalysis.h"
 
-#include "targets/TopBand.h"
-
 #include <algorithm>
 #include <utility>
 
@@ -108,7 +106,7 @@ void LiveAnalysis::feedAnalysis (const double* lowLeft,
         fullRateFifo.write (block, right != nullptr ? 2 : 1, count);
     }
 
-    analysisSignal.wakeFromAudioThread();
+    analysisSignal.wakeFromAudioThread (analysisHasWork());
 }
 
 unsigned LiveAnalysis::takeReset (unsigned& seen, AudioFifo& fifo, void (BandAnalyser::*resetBands)() noexcept) noexcept
@@ -138,11 +136,26 @@ void LiveAnalysis::restoreHighLevels() noexcept
         analyser.bandLevels[band].store (resetLevelDb, std::memory_order_relaxed);
 }
 
-/** Waking a thread costs more than most passes: it is left asleep while it would find no whole chunk and no reset. */
-bool LiveAnalysis::spectrumHasWork() noexcept
+bool LiveAnalysis::wasResetSinceWoken (unsigned& wokenFor) const noexcept
 {
     const auto generation = resetGeneration.load (std::memory_order_acquire);
-    return std::exchange (spectrumWokenFor, generation) != generation || fullRateFifo.numReady() >= chunkLength;
+    return std::exchange (wokenFor, generation) != generation;
+}
+
+bool LiveAnalysis::spectrumHasWork() noexcept
+{
+    return wasResetSinceWoken (spectrumWokenFor) || fullRateFifo.numReady() >= chunkLength;
+}
+
+bool LiveAnalysis::analysisHasWork() noexcept
+{
+    return wasResetSinceWoken (analysisWokenFor) || fullRateFifo.numReady() >= chunkLength
+           || decimatedFifo.numReady() >= static_cast<int> (decimatedChunk[0].size());
+}
+
+void LiveAnalysis::wake()
+{
+    analysisSignal.wake();
 }
 
 void LiveAnalysis::analyseDecimated()
@@ -187,12 +200,14 @@ void LiveAnalysis::analyseDecimated()
 
 void LiveAnalysis::updateTopBand()
 {
-    auto topBand = analyser.bandLevels[9].load (std::memory_order_relaxed);
-    makeTopBandValue ({ static_cast<double> (analyser.bandLevels[6].load (std::memory_order_relaxed)),
-                        static_cast<double> (analyser.bandLevels[7].load (std::memory_order_relaxed)),
-                        static_cast<double> (analyser.bandLevels[8].load (std::memory_order_relaxed)) },
-                      &topBand);
-    analyser.bandLevels[9].store (topBand, std::memory_order_relaxed);
+    std::array<double, 3> below;
+
+    for (std::size_t i = 0; i < below.size(); ++i)
+        below[i] = static_cast<double> (analyser.bandLevels[6 + i].load (std::memory_order_relaxed));
+
+    auto level = analyser.bandLevels[9].load (std::memory_order_relaxed);
+    topBand.makeTopBandValue (below, &level);
+    analyser.bandLevels[9].store (level, std::memory_order_relaxed);
 }
 
 void LiveAnalysis::updateGainTargets()

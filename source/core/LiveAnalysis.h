@@ -7,6 +7,7 @@
 #include "dsp/ThreadSignal.h"
 #include "targets/GainTargets.h"
 #include "targets/TargetSet.h"
+#include "targets/TopBand.h"
 
 #include <array>
 #include <functional>
@@ -18,8 +19,9 @@
 /** Measures what arrives, before the filters, on two threads of its own: the analysis thread takes the three low bands
    at the reduced rate and works out the gain targets, the spectrum thread takes the other bands and the spectrum.
 
-    The audio thread writes into two FIFOs and wakes the analysis thread, which wakes the spectrum thread, if there is a
-    chunk for it, and waits for it at the end of its pass. A full FIFO loses a block of the analysis and nothing else.
+    The audio thread writes into two FIFOs and, once one of them holds a whole chunk, wakes the analysis thread, which
+    wakes the spectrum thread and waits for it at the end of its pass. A full FIFO loses a block of the analysis and
+    nothing else.
     Each pass holds its thread's mutex; prepare takes both, the analysis thread's first, while the FIFOs change their
     shape. The audio thread takes neither. */
 class LiveAnalysis
@@ -46,6 +48,9 @@ public:
     /** Forgets what was measured: levels at -70 dB, gain targets at 0. The meters follow at the next pass; a pass under
         way stores nothing. Any thread but the audio thread. */
     void resetAnalysis();
+
+    /** Asks for a pass, whatever has come in. Any thread but the audio thread. */
+    void wake();
 
     /** Takes a processed block: `lowCount` samples at the reduced rate, `count` at the full rate, unfiltered. `right`
        and `lowRight` are null for mono. Audio thread; real-time safe. */
@@ -82,7 +87,12 @@ private:
     void analyseDecimated();
     void analyseFullRate();
     void analyseSpectrumOf (const Chunk& chunk);
+
+    // Waking a thread costs more than most passes: each is left asleep while it would find no whole chunk and no reset.
+    [[nodiscard]] bool analysisHasWork() noexcept;
     [[nodiscard]] bool spectrumHasWork() noexcept;
+    [[nodiscard]] bool wasResetSinceWoken (unsigned& wokenFor) const noexcept;
+
     void updateTopBand();
     void updateGainTargets();
     void forgetReadings() noexcept;
@@ -101,6 +111,7 @@ private:
     BandAnalyser analyser;
     SpectrumAnalyser spectrumAnalyser;
     GainTargets targets;
+    RememberedTopBand topBand; ///< the analysis thread's
 
     AudioFifo decimatedFifo { 2, decimatedCapacity };
     AudioFifo fullRateFifo { 2, fullRateCapacity };
@@ -115,6 +126,7 @@ private:
 
     std::atomic<unsigned> resetGeneration { 0 };
     unsigned analysisGeneration = 0;
+    unsigned analysisWokenFor = 0; ///< the audio thread's
     unsigned spectrumWokenFor = 0; ///< the analysis thread's
     unsigned spectrumGeneration = 0;
 

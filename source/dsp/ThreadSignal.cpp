@@ -4,25 +4,35 @@ ThreadSignal::ThreadSignal (std::function<void()> workToUse) : work (std::move (
 
 void ThreadSignal::run()
 {
-    std::unique_lock guard (lock);
-
-    while (true)
+    while (takesWork())
     {
-        wakeUp.wait (guard, [this] { return workPending.load() || exitRequested.load(); });
-
-        if (exitRequested)
-            break;
-
-        workPending = false;
-        running = true;
-        guard.unlock();
         work();
-        guard.lock();
-        running = false;
+        endsWork();
+    }
+}
+
+bool ThreadSignal::takesWork()
+{
+    std::unique_lock guard (lock);
+    wakeUp.wait (guard, [this] { return workPending.load() || exitRequested.load(); });
+    running = ! exitRequested;
+    workPending = false;
+    guard.unlock();
+
+    if (! running)
         done.notify_all();
+
+    return running;
+}
+
+void ThreadSignal::endsWork()
+{
+    {
+        const std::lock_guard guard (lock);
+        running = false;
     }
 
-    workPending = false;
+    // Told without the lock, or who wakes from it would have to wait for it.
     done.notify_all();
 }
 
@@ -47,10 +57,12 @@ void ThreadSignal::wake()
     wakeUp.notify_one();
 }
 
-void ThreadSignal::wakeFromAudioThread() noexcept
+void ThreadSignal::wakeFromAudioThread (bool atOnce) noexcept
 {
     workPending = true;
-    wakeUp.notify_one();
+
+    if (atOnce)
+        wakeUp.notify_one();
 }
 
 void ThreadSignal::waitUntilIdle()

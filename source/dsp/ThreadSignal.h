@@ -28,8 +28,11 @@ public:
     void wake();
 
     /** Takes no lock: a notification that just misses the thread as it falls asleep is made good by the next block's.
-        Real-time safe. */
-    void wakeFromAudioThread() noexcept;
+        Real-time safe.
+
+        @param atOnce if not, the work is pending, and the thread sleeps on until somebody wakes it at once: to wake a
+                      thread is the dearest thing that the audio thread does here */
+    void wakeFromAudioThread (bool atOnce) noexcept;
 
     /** Waits until nothing is pending and no pass runs, or until the thread is to end. */
     void waitUntilIdle();
@@ -37,6 +40,11 @@ public:
     [[nodiscard]] bool isExitRequested() const noexcept { return exitRequested.load (std::memory_order_acquire); }
 
 private:
+    /** Sleeps until there is work.
+        @returns false when the thread is to end */
+    [[nodiscard]] bool takesWork();
+    void endsWork();
+
     const std::function<void()> work;
     std::mutex lock;
     std::condition_variable wakeUp;

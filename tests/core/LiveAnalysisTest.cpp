@@ -6,7 +6,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <limits>
+#include <thread>
 
 namespace
 {
@@ -192,6 +194,56 @@ TEST_F (LiveAnalysisTest, everyPassTellsItsListeners)
     EXPECT_TRUE (processor.model.integratedLUFSAnalysisChanged());
 }
 
+class AnalysisWakingTest : public LiveAnalysisTest
+{
+protected:
+    AnalysisWakingTest() { prepare (1024); }
+
+    void play (int length, int blockSize) { std::ignore = live.rig.run (signals::noise (2, length, 3), blockSize); }
+
+    /** Passes within a time in which a thread that was woken would have come round. */
+    [[nodiscard]] int passesSoon()
+    {
+        const auto before = live.passes.load();
+        std::this_thread::sleep_for (std::chrono::milliseconds (40));
+        return live.passes - before;
+    }
+
+    /** Waits for a pass, which a thread that sleeps on never makes. */
+    [[nodiscard]] bool passComes (int before)
+    {
+        const auto patience = std::chrono::steady_clock::now() + std::chrono::seconds (20);
+
+        while (live.passes == before && std::chrono::steady_clock::now() < patience)
+            std::this_thread::yield();
+
+        return live.passes > before && passesSoon() == 0;
+    }
+};
+
+TEST_F (AnalysisWakingTest, aPassIsWokenForAWholeChunkAndNotBefore)
+{
+    for (const auto blockSize : { 256, 341, 1023 })
+    {
+        const auto before = live.passes.load();
+        play (1023, blockSize);
+        EXPECT_EQ (passesSoon(), 0) << blockSize;
+        play (1, 1);
+        EXPECT_TRUE (passComes (before)) << blockSize;
+    }
+}
+
+TEST_F (AnalysisWakingTest, aPassIsWokenByTheBlockAfterAReset)
+{
+    const auto before = live.passes.load();
+    processor.resetAnalysis();
+    EXPECT_EQ (passesSoon(), 0);
+    play (64, 64);
+    EXPECT_TRUE (passComes (before));
+    play (64, 64);
+    EXPECT_EQ (passesSoon(), 0);
+}
+
 TEST_F (LiveAnalysisTest, movesOfTheTargetsAreToldOnce)
 {
     prepare();
@@ -369,18 +421,23 @@ TEST (FullAnalysisFifoTest, losesWhatComesLateAndNothingElse)
     feed (sine (46.875 * 20, 15 * 1024));
     feed (sine (46.875 * 200, 30 * 1024));
     analysis.startThreads();
-    const auto wake = [&analysis] { analysis.feedAnalysis (nullptr, nullptr, 0, nullptr, nullptr, 0); };
+    const auto waitForSpectra = [&] (int wanted)
+    {
+        while (spectra < wanted)
+        {
+            analysis.wake();
+            std::this_thread::yield();
+        }
+    };
 
-    while (spectra < 15)
-        wake();
+    waitForSpectra (15);
 
     EXPECT_EQ (spectra, 15);
     EXPECT_EQ (peakBin(), 20);
 
     feed (sine (46.875 * 100, 1024));
 
-    while (spectra < 16)
-        wake();
+    waitForSpectra (16);
 
     EXPECT_EQ (peakBin(), 100) << "there is room again";
     analysis.requestStop();

@@ -27,15 +27,14 @@ public:
     LiveRig (const LiveRig&) = delete;
     LiveRig& operator= (const LiveRig&) = delete;
 
-    /** Returns once a pass that began after the call has ended, so that everything fed before is measured. A wake-up
-        from the audio thread may be missed, so it is repeated, with no samples. */
+    /** Returns once a pass that began after the call has ended, so that everything fed before is measured. */
     void waitForAnalysis()
     {
         const auto enough = passes + 2;
 
         while (passes < enough)
         {
-            processor.liveAnalysis().feedAnalysis (nullptr, nullptr, 0, nullptr, nullptr, 0);
+            processor.liveAnalysis().wake();
             std::this_thread::yield();
         }
     }
