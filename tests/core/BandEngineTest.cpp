@@ -111,6 +111,25 @@ TEST_F (BandEngineTest, leavesAModeAloneWhileItIsBeingDesigned)
     EXPECT_FALSE (engine.block (Mode::stereo).tapsReady);
 }
 
+TEST_F (BandEngineTest, leavesAModeAloneOfflineToo)
+{
+    // A bounce of which the host tells with its first block may so begin with the filters of before.
+    rig.setBand (0, 8000.0f, 6.0f);
+    rig.waitForWorkers();
+    auto& stereo = engine.block (Mode::stereo);
+    constexpr auto offline = false;
+
+    stereo.own();
+    engine.serviceNext (offline);
+    EXPECT_TRUE (stereo.tapsReady) << "its turn passed";
+    stereo.disown();
+
+    for (std::size_t turn = 0; turn < allModes.size(); ++turn)
+        engine.serviceNext (offline);
+
+    EXPECT_FALSE (stereo.tapsReady);
+}
+
 TEST_F (BandEngineTest, aDroppedQueueIsFollowedByTheLastValues)
 {
     rig.setBand (0, 8000.0f, 1.0f);
