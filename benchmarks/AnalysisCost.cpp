@@ -79,10 +79,8 @@ double measureWork()
     for (int start = 0; start + blockSize <= chunksInSignal * chunkLength; start += blockSize)
     {
         low.convert (signal, start);
-        lowSignal[0].insert (
-            lowSignal[0].end(), low.converter.outputLeft(), low.converter.outputLeft() + lowBlock);
-        lowSignal[1].insert (
-            lowSignal[1].end(), low.converter.outputRight(), low.converter.outputRight() + lowBlock);
+        lowSignal[0].insert (lowSignal[0].end(), low.converter.outputLeft(), low.converter.outputLeft() + lowBlock);
+        lowSignal[1].insert (lowSignal[1].end(), low.converter.outputRight(), low.converter.outputRight() + lowBlock);
     }
 
     BandAnalyser bands;
@@ -97,8 +95,7 @@ double measureWork()
             const auto* left = signal.channel (0) + chunk * chunkLength;
             const auto* right = signal.channel (1) + chunk * chunkLength;
             const auto lowStart = chunk * chunkLength / factor;
-            bands.processLow (
-                lowSignal[0].data() + lowStart, lowSignal[1].data() + lowStart, chunkLength / factor);
+            bands.processLow (lowSignal[0].data() + lowStart, lowSignal[1].data() + lowStart, chunkLength / factor);
             bands.processHigh (left, right, chunkLength);
 
             if (SpectrumAnalyser::isWorthAnalysing (left, right))
@@ -154,10 +151,8 @@ double measureWaking (double seconds)
         });
     std::array threads { std::thread ([&] { analysis.run(); }), std::thread ([&] { spectrum.run(); }) };
 
-    const auto percent =
-        percentAtPace (seconds,
-                       [&] (int block)
-                       { analysis.wakeFromAudioThread ((block + 1) * blockSize % chunkLength == 0); });
+    const auto percent = percentAtPace (
+        seconds, [&] (int block) { analysis.wakeFromAudioThread ((block + 1) * blockSize % chunkLength == 0); });
 
     for (auto* signal : { &analysis, &spectrum })
         signal->requestExit();

@@ -9,12 +9,6 @@ namespace
 /** Each processed block hands new taps to one of four BlockProcessors, and a rebuild takes a turn of its own. */
 constexpr int turnsToSettle = 3 * BandEngine::modeCount;
 
-/** The program is its own host. What the folder is called that it lies in must not change the sound. */
-HostDescription ownHost()
-{
-    return { juce::PluginHostType::UnknownHost, {}, &currentThreadPriority };
-}
-
 juce::AudioProcessor::BusesLayout layoutFor (int channelCount)
 {
     const auto set = channelCount == 1 ? juce::AudioChannelSet::mono() : juce::AudioChannelSet::stereo();
@@ -26,7 +20,7 @@ juce::AudioProcessor::BusesLayout layoutFor (int channelCount)
 } // namespace
 
 OfflineRenderer::OfflineRenderer (double sampleRate, int channelCount, int blockSize, const EqualiserSettings& settings)
-    : plugin (ownHost(), {}, VelmoraAudioProcessor::SettingsFile::leaveAlone),
+    : plugin (HostDescription {}, {}, VelmoraAudioProcessor::SettingsFile::leaveAlone),
       channels (channelCount),
       blockLength (blockSize)
 {

@@ -7,8 +7,7 @@
 
 void ParamsCommand::run() const
 {
-    VelmoraAudioProcessor processor (
-        HostDescription::ofThisProcess(), {}, VelmoraAudioProcessor::SettingsFile::leaveAlone);
+    VelmoraAudioProcessor processor (HostDescription {}, {}, VelmoraAudioProcessor::SettingsFile::leaveAlone);
 
     std::cout << std::left << std::setw (7) << "number" << std::setw (23) << "id" << std::setw (22) << "name"
               << std::setw (9) << "minimum" << std::setw (9) << "maximum" << std::setw (7) << "step" << std::setw (6)

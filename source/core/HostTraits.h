@@ -6,7 +6,8 @@
     safe: one system call. */
 [[nodiscard]] int currentThreadPriority() noexcept;
 
-/** What we ask the surroundings about the host; a test puts its own in place. */
+/** What we ask the surroundings about the host. As it stands it is one that no trait knows, such as the command-line
+    program: what the folder is called that it lies in must not change the sound. */
 struct HostDescription
 {
     juce::PluginHostType::HostType type = juce::PluginHostType::UnknownHost;

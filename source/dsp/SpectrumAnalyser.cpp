@@ -17,8 +17,8 @@ constexpr float smallestSample = 1.0e-10f;
 constexpr float endScale = 2.0f * static_cast<float> (SpectrumAnalyser::frameLength);
 } // namespace
 
-/** Pairs of neighbouring samples go through a complex transform of half the length, as real and imaginary part. Its bins
-    k and n - k then hold the transforms of the even and of the odd samples, from which bin k of the whole is put
+/** Pairs of neighbouring samples go through a complex transform of half the length, as real and imaginary part. Its
+    bins k and n - k then hold the transforms of the even and of the odd samples, from which bin k of the whole is put
     together (Press et al., Numerical Recipes, "FFT of Single Real Function"). */
 class SpectrumAnalyser::Transform
 {
