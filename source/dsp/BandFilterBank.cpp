@@ -11,7 +11,7 @@ namespace orvik
 {
 namespace
 {
-using Sections = BandFilterBank::Sections;
+using State = BandFilterBank::State;
 
 constexpr auto bandCount = BandFilterBank::bandCount;
 constexpr std::size_t sectionCount = BandFilterBank::sectionCount;
@@ -27,7 +27,7 @@ using Tile = std::array<std::array<float, bandCount>, static_cast<std::size_t> (
 /** Frames of the channels that fill the lanes from `firstLane` on. `right` is read only where the lanes span both. */
 struct BankJob
 {
-    Sections& sections;
+    State& state;
     std::size_t firstLane;
     const float* left;
     const float* right;
@@ -45,43 +45,43 @@ using SingleVector [[gnu::vector_size (extent (lanes) * sizeof (float))]] = floa
 template <int lanes>
 using SingleInMemory [[gnu::vector_size (extent (lanes) * sizeof (float)), gnu::aligned (4), gnu::may_alias]] = float;
 
-/** One section in registers. */
+/** One section in registers. It keeps one more output than it needs itself: the next section is a frame behind. */
 template <int lanes>
 struct Running
 {
     SOLVANE_ALWAYS_INLINE void load (const BandFilterBank::Section& section, std::size_t firstLane) noexcept
     {
-        b0 = lanesAt<lanes> (section.b0.data() + firstLane);
         a1 = lanesAt<lanes> (section.a1.data() + firstLane);
         a2 = lanesAt<lanes> (section.a2.data() + firstLane);
-        p1 = lanesAt<lanes> (section.p1.data() + firstLane);
-        p2 = lanesAt<lanes> (section.p2.data() + firstLane);
         y1 = lanesAt<lanes> (section.y1.data() + firstLane);
         y2 = lanesAt<lanes> (section.y2.data() + firstLane);
+        y3 = Vector<lanes> {};
     }
 
     SOLVANE_ALWAYS_INLINE void store (BandFilterBank::Section& section, std::size_t firstLane) const noexcept
     {
-        lanesAt<lanes> (section.p1.data() + firstLane) = p1;
-        lanesAt<lanes> (section.p2.data() + firstLane) = p2;
         lanesAt<lanes> (section.y1.data() + firstLane) = y1;
         lanesAt<lanes> (section.y2.data() + firstLane) = y2;
     }
 
     template <bool isLowPass>
-    SOLVANE_ALWAYS_INLINE void step (const Vector<lanes>& sample, Vector<lanes>& output) noexcept
+    SOLVANE_ALWAYS_INLINE void step (const Vector<lanes>& x0, const Vector<lanes>& x1, const Vector<lanes>& x2) noexcept
     {
-        const Vector<lanes> scaled = sample * b0;
-        const Vector<lanes> twice = p1 + p1;
-        const Vector<lanes> numerator = (isLowPass ? scaled + twice : scaled - twice) + p2;
-        p2 = p1;
-        p1 = scaled;
-        output = numerator - y1 * a1 - y2 * a2;
+        constexpr auto middle = isLowPass ? 2.0 : -2.0;
+        const Vector<lanes> output = x0 + middle * x1 + x2 - a2 * y2 - a1 * y1;
+        y3 = y2;
         y2 = y1;
         y1 = output;
     }
 
-    Vector<lanes> b0, a1, a2, p1, p2, y1, y2;
+    /** Takes the newest output of the section before, which has not yet run in this turn. */
+    template <bool isLowPass>
+    SOLVANE_ALWAYS_INLINE void stepAfter (const Running& before) noexcept
+    {
+        step<isLowPass> (before.y1, before.y2, before.y3);
+    }
+
+    Vector<lanes> a1, a2, y1, y2, y3;
 };
 
 /** The four sections in a row. Each works one frame behind the one before it: the four of a turn then do not wait for
@@ -93,7 +93,11 @@ public:
     explicit SOLVANE_ALWAYS_INLINE Pipeline (const BankJob& newJob) noexcept : job (newJob)
     {
         for (std::size_t s = 0; s < sectionCount; ++s)
-            sections[s].load (job.sections[s], job.firstLane);
+            sections[s].load (job.state.sections[s], job.firstLane);
+
+        x1 = lanesAt<lanes> (job.state.x1.data() + job.firstLane);
+        x2 = lanesAt<lanes> (job.state.x2.data() + job.firstLane);
+        gain = lanesAt<lanes> (job.state.gain.data() + job.firstLane);
     }
 
     SOLVANE_ALWAYS_INLINE void run() noexcept
@@ -108,8 +112,8 @@ public:
         for (; turn < job.count; ++turn)
         {
             give (turn - lag);
-            sections[2].template step<false> (second, third);
-            sections[1].template step<true> (first, second);
+            sections[2].template stepAfter<false> (sections[1]);
+            sections[1].template stepAfter<true> (sections[0]);
             take (turn);
         }
 
@@ -117,7 +121,10 @@ public:
             turnAtTheEnds (turn);
 
         for (std::size_t s = 0; s < sectionCount; ++s)
-            sections[s].store (job.sections[s], job.firstLane);
+            sections[s].store (job.state.sections[s], job.firstLane);
+
+        lanesAt<lanes> (job.state.x1.data() + job.firstLane) = x1;
+        lanesAt<lanes> (job.state.x2.data() + job.firstLane) = x2;
     }
 
 private:
@@ -133,10 +140,10 @@ private:
             give (turn - 3);
 
         if (isFrame (turn - 2))
-            sections[2].template step<false> (second, third);
+            sections[2].template stepAfter<false> (sections[1]);
 
         if (isFrame (turn - 1))
-            sections[1].template step<true> (first, second);
+            sections[1].template stepAfter<true> (sections[0]);
 
         if (isFrame (turn))
             take (turn);
@@ -157,19 +164,22 @@ private:
             sample = left - Vector<lanes> {};
         }
 
-        sections[0].template step<true> (sample, first);
+        sections[0].template step<true> (sample, x1, x2);
+        x2 = x1;
+        x1 = sample;
     }
 
     /** Rounds to single precision and doubles, which makes good the filters' loss at the centre. Doubling first would
         give the same bits: only a value whose square is nothing could tell the difference. */
     SOLVANE_ALWAYS_INLINE void give (int frame) noexcept
     {
-        Vector<lanes> output;
-        sections[3].template step<false> (third, output);
+        sections[3].template stepAfter<false> (sections[2]);
 
+        const Vector<lanes> output = sections[3].y1 * gain;
         const auto rounded = __builtin_convertvector(output, SingleVector<lanes>);
         const auto restored = rounded + rounded;
-        const auto squares = restored * restored;
+        auto squares = restored * restored;
+        SOLVANE_KEEP_IN_REGISTER (squares); // or a square would be added up before it is rounded
         auto* row = powers + static_cast<std::size_t> (frame) * bandCount;
 
         if constexpr (lanes == BandFilterBank::laneCount)
@@ -187,7 +197,7 @@ private:
     const BankJob job;
     float* powers = job.powers[0].data() + job.firstLane % bandCount;
     Running<lanes> sections[sectionCount];
-    Vector<lanes> first {}, second {}, third {};
+    Vector<lanes> x1, x2, gain;
 };
 
 void runBaseline (const BankJob& job) noexcept
@@ -208,40 +218,56 @@ SOLVANE_TARGET_V4 void runV4 (const BankJob& job) noexcept
 #endif
 
 /** Runs one channel, whose four lanes start at `firstLane`. */
-void runChannel (Sections& sections, std::size_t firstLane, const float* samples, Tile& powers, int count) noexcept
+void runChannel (State& state, std::size_t firstLane, const float* samples, Tile& powers, int count) noexcept
 {
 #if SOLVANE_HAS_FUNCTION_VERSIONS
     if (simdLevel() != SimdLevel::baseline)
-        return runV3 ({ sections, firstLane, samples, nullptr, powers, count });
+        return runV3 ({ state, firstLane, samples, nullptr, powers, count });
 #endif
 
     for (std::size_t lane = 0; lane < bandCount; lane += 2)
-        runBaseline ({ sections, firstLane + lane, samples, nullptr, powers, count });
+        runBaseline ({ state, firstLane + lane, samples, nullptr, powers, count });
 }
 
 /** Adds the powers of one channel, or of both, to the tile. */
-void runBank (Sections& sections, const float* left, const float* right, Tile& powers, int count) noexcept
+void runBank (State& state, const float* left, const float* right, Tile& powers, int count) noexcept
 {
 #if SOLVANE_HAS_FUNCTION_VERSIONS
     if (simdLevel() == SimdLevel::v4 && right != nullptr)
-        return runV4 ({ sections, 0, left, right, powers, count });
+        return runV4 ({ state, 0, left, right, powers, count });
 #endif
 
-    runChannel (sections, 0, left, powers, count);
+    runChannel (state, 0, left, powers, count);
 
     if (right != nullptr)
-        runChannel (sections, bandCount, right, powers, count);
+        runChannel (state, bandCount, right, powers, count);
 }
 
-bool isFinite (const Sections& sections) noexcept
+/** Calls a visitor with each history. */
+template <typename Visitor>
+void forEachHistory (auto& state, Visitor visit)
+{
+    for (auto& section : state.sections)
+    {
+        visit (section.y1);
+        visit (section.y2);
+    }
+
+    visit (state.x1);
+    visit (state.x2);
+}
+
+bool isFinite (const State& state) noexcept
 {
     // A value that is not finite turns the sum of differences into something that is not 0.
     auto sum = 0.0;
 
-    for (const auto& section : sections)
-        for (const auto* lanes : { &section.p1, &section.p2, &section.y1, &section.y2 })
-            for (const auto value : *lanes)
-                sum += value - value;
+    forEachHistory (state,
+                    [&sum] (const auto& lanes)
+                    {
+                        for (const auto value : lanes)
+                            sum += value - value;
+                    });
 
     return sum == 0.0;
 }
@@ -249,33 +275,36 @@ bool isFinite (const Sections& sections) noexcept
 
 void BandFilterBank::prepare (std::span<const float> centresHz, float sampleRate) noexcept
 {
-    sections = {};
+    state = {};
     const auto used = std::min (centresHz.size(), bandCount);
 
-    for (std::size_t s = 0; s < sectionCount; ++s)
+    for (std::size_t band = 0; band < used; ++band)
     {
-        for (std::size_t band = 0; band < used; ++band)
+        auto gain = 1.0;
+
+        for (std::size_t s = 0; s < sectionCount; ++s)
         {
             using Design = VariableQ2ndOrder<double>;
             Design design;
             design.setResponse (
                 sectionQs[s], centresHz[band], sampleRate, s < lowPassCount ? Design::lowPass : Design::highPass);
+            gain *= design.b0;
 
             for (const auto lane : { band, band + bandCount })
             {
-                sections[s].b0[lane] = design.b0;
-                sections[s].a1[lane] = design.a1;
-                sections[s].a2[lane] = design.a2;
+                state.sections[s].a1[lane] = design.a1;
+                state.sections[s].a2[lane] = design.a2;
             }
         }
+
+        for (const auto lane : { band, band + bandCount })
+            state.gain[lane] = gain;
     }
 }
 
 void BandFilterBank::clear() noexcept
 {
-    for (auto& section : sections)
-        for (auto* lanes : { &section.p1, &section.p2, &section.y1, &section.y2 })
-            lanes->fill (0.0);
+    forEachHistory (state, [] (auto& lanes) { lanes.fill (0.0); });
 }
 
 void BandFilterBank::process (const float* left,
@@ -290,14 +319,14 @@ void BandFilterBank::process (const float* left,
         const auto frames = std::min (count - start, tileLength);
 
         tile = {};
-        runBank (sections, left + start, right != nullptr ? right + start : nullptr, tile, frames);
+        runBank (state, left + start, right != nullptr ? right + start : nullptr, tile, frames);
 
         for (std::size_t band = 0; band < powers.size(); ++band)
             for (int i = 0; i < frames; ++i)
                 powers[band][start + i] = tile[static_cast<std::size_t> (i)][band];
     }
 
-    if (! isFinite (sections))
+    if (! isFinite (state))
         clear();
 }
 } // namespace orvik

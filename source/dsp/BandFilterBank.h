@@ -10,8 +10,8 @@ namespace orvik
 
     Each band and channel runs a low-pass of Q 0.5411961, one of 1.306563, and two high-passes of the same Qs, all at
     the band's centre: a band-pass of order eight with slopes of fourth order and 6 dB of loss at its centre, which a
-    gain of 2 makes good. The output is the power of the channels' sum of squares in single precision. It equals
-    what eight sections of VariableQ2ndOrder<double> give one after the other, to the bit.
+    gain of 2 makes good. The output is the power of the channels' sum of squares in single precision, as four sections
+    of VariableQ2ndOrder<double> one after the other give it for each channel, but for the rounding of doubles.
     One thread at a time. All calls are real-time safe. */
 class BandFilterBank
 {
@@ -40,22 +40,25 @@ public:
     /** Left channels in the first four lanes, right channels in the others. */
     using Lanes = std::array<double, laneCount>;
 
-    /** One section of every lane. The numerator is b0 (1, +-2, 1): the sample times b0 is kept in place of the sample,
-        which saves two products and changes no bit, since the factor 2 is exact. */
+    /** One section of every lane, with a numerator of (1, +-2, 1): the sections' b0 go into one gain behind the last,
+        and each section's past outputs are the past inputs of the next. */
     struct alignas (64) Section
     {
-        Lanes b0 {};
         Lanes a1 {};
         Lanes a2 {};
-        Lanes p1 {};
-        Lanes p2 {};
         Lanes y1 {};
         Lanes y2 {};
     };
 
-    using Sections = std::array<Section, sectionCount>;
+    struct alignas (64) State
+    {
+        std::array<Section, sectionCount> sections;
+        Lanes x1 {};
+        Lanes x2 {};
+        Lanes gain {};
+    };
 
 private:
-    Sections sections;
+    State state;
 };
 } // namespace orvik

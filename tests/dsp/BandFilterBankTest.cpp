@@ -79,7 +79,15 @@ class BandFilterBankLevelTest : public testing::TestWithParam<SimdLevel>
 
 INSTANTIATE_TEST_SUITE_P (Levels, BandFilterBankLevelTest, testing::ValuesIn (availableSimdLevels()), simdLevelName);
 
-TEST_P (BandFilterBankLevelTest, equalsSectionsOneAfterTheOtherToTheBit)
+/** What may differ: the bank rounds its doubles at other places, and rarely a float turns out the next one. */
+double toleranceFor (float power)
+{
+    constexpr auto fewFloats = 3e-7;
+    constexpr auto nearZero = 1e-16;
+    return fewFloats * static_cast<double> (power) + nearZero;
+}
+
+TEST_P (BandFilterBankLevelTest, equalsSectionsOneAfterTheOther)
 {
     constexpr int count = 5000;
     const auto left = noise (1, count);
@@ -110,7 +118,8 @@ TEST_P (BandFilterBankLevelTest, equalsSectionsOneAfterTheOtherToTheBit)
             {
                 const auto l = leftChain.process (left[i]);
                 const auto r = stereo ? rightChain.process (right[i]) : 0.0f;
-                ASSERT_EQ (rows[band][i], l * l + r * r) << "band " << band << ", frame " << i;
+                const auto power = l * l + r * r;
+                ASSERT_NEAR (rows[band][i], power, toleranceFor (power)) << "band " << band << ", frame " << i;
             }
         }
     }
@@ -159,7 +168,8 @@ TEST_P (BandFilterBankLevelTest, aBlockOfNothingChangesNothing)
 
     SectionChain chain (centresHz[0], rate);
     const auto output = chain.process (left[0]);
-    EXPECT_EQ (rows[0][0], output * output + output * output);
+    const auto power = output * output + output * output;
+    EXPECT_NEAR (rows[0][0], power, toleranceFor (power));
 }
 
 TEST (BandFilterBankTest, responseIsTheProductOfTwoButterworthsOfFourthOrder)
