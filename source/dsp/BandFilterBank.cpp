@@ -45,7 +45,7 @@ using SingleVector [[gnu::vector_size (extent (lanes) * sizeof (float))]] = floa
 template <int lanes>
 using SingleInMemory [[gnu::vector_size (extent (lanes) * sizeof (float)), gnu::aligned (4), gnu::may_alias]] = float;
 
-/** One section in registers. It keeps one more output than it needs itself: the next section is a frame behind. */
+/** One section in registers. Its numerator is taken as two sums, or differences, of neighbours in a row. */
 template <int lanes>
 struct Running
 {
@@ -53,23 +53,25 @@ struct Running
     {
         a1 = lanesAt<lanes> (section.a1.data() + firstLane);
         a2 = lanesAt<lanes> (section.a2.data() + firstLane);
+        sum1 = lanesAt<lanes> (section.sum1.data() + firstLane);
         y1 = lanesAt<lanes> (section.y1.data() + firstLane);
         y2 = lanesAt<lanes> (section.y2.data() + firstLane);
-        y3 = Vector<lanes> {};
     }
 
     SOLVANE_ALWAYS_INLINE void store (BandFilterBank::Section& section, std::size_t firstLane) const noexcept
     {
+        lanesAt<lanes> (section.sum1.data() + firstLane) = sum1;
         lanesAt<lanes> (section.y1.data() + firstLane) = y1;
         lanesAt<lanes> (section.y2.data() + firstLane) = y2;
     }
 
     template <bool isLowPass>
-    SOLVANE_ALWAYS_INLINE void step (const Vector<lanes>& x0, const Vector<lanes>& x1, const Vector<lanes>& x2) noexcept
+    SOLVANE_ALWAYS_INLINE void step (const Vector<lanes>& x0, const Vector<lanes>& x1) noexcept
     {
-        constexpr auto middle = isLowPass ? 2.0 : -2.0;
-        const Vector<lanes> output = x0 + middle * x1 + x2 - a2 * y2 - a1 * y1;
-        y3 = y2;
+        const Vector<lanes> sum = isLowPass ? x0 + x1 : x0 - x1;
+        const Vector<lanes> numerator = isLowPass ? sum + sum1 : sum - sum1;
+        const Vector<lanes> output = numerator - a2 * y2 - a1 * y1;
+        sum1 = sum;
         y2 = y1;
         y1 = output;
     }
@@ -78,10 +80,10 @@ struct Running
     template <bool isLowPass>
     SOLVANE_ALWAYS_INLINE void stepAfter (const Running& before) noexcept
     {
-        step<isLowPass> (before.y1, before.y2, before.y3);
+        step<isLowPass> (before.y1, before.y2);
     }
 
-    Vector<lanes> a1, a2, y1, y2, y3;
+    Vector<lanes> a1, a2, sum1, y1, y2;
 };
 
 /** The four sections in a row. Each works one frame behind the one before it: the four of a turn then do not wait for
@@ -96,7 +98,6 @@ public:
             sections[s].load (job.state.sections[s], job.firstLane);
 
         x1 = lanesAt<lanes> (job.state.x1.data() + job.firstLane);
-        x2 = lanesAt<lanes> (job.state.x2.data() + job.firstLane);
         gain = lanesAt<lanes> (job.state.gain.data() + job.firstLane);
     }
 
@@ -124,7 +125,6 @@ public:
             sections[s].store (job.state.sections[s], job.firstLane);
 
         lanesAt<lanes> (job.state.x1.data() + job.firstLane) = x1;
-        lanesAt<lanes> (job.state.x2.data() + job.firstLane) = x2;
     }
 
 private:
@@ -164,8 +164,7 @@ private:
             sample = left - Vector<lanes> {};
         }
 
-        sections[0].template step<true> (sample, x1, x2);
-        x2 = x1;
+        sections[0].template step<true> (sample, x1);
         x1 = sample;
     }
 
@@ -178,8 +177,7 @@ private:
         const Vector<lanes> output = sections[3].y1 * gain;
         const auto rounded = __builtin_convertvector(output, SingleVector<lanes>);
         const auto restored = rounded + rounded;
-        auto squares = restored * restored;
-        SOLVANE_KEEP_IN_REGISTER (squares); // or a square would be added up before it is rounded
+        const auto squares = restored * restored;
         auto* row = powers + static_cast<std::size_t> (frame) * bandCount;
 
         if constexpr (lanes == BandFilterBank::laneCount)
@@ -197,7 +195,7 @@ private:
     const BankJob job;
     float* powers = job.powers[0].data() + job.firstLane % bandCount;
     Running<lanes> sections[sectionCount];
-    Vector<lanes> x1, x2, gain;
+    Vector<lanes> x1, gain;
 };
 
 void runBaseline (const BankJob& job) noexcept
@@ -247,14 +245,14 @@ void runBank (State& state, const float* left, const float* right, Tile& powers,
 template <typename Visitor>
 void forEachHistory (auto& state, Visitor visit)
 {
+    visit (state.x1);
+
     for (auto& section : state.sections)
     {
+        visit (section.sum1);
         visit (section.y1);
         visit (section.y2);
     }
-
-    visit (state.x1);
-    visit (state.x2);
 }
 
 bool isFinite (const State& state) noexcept

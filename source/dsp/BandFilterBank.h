@@ -46,6 +46,7 @@ public:
     {
         Lanes a1 {};
         Lanes a2 {};
+        Lanes sum1 {}; ///< of the last two inputs, or their difference in a high-pass
         Lanes y1 {};
         Lanes y2 {};
     };
@@ -54,7 +55,6 @@ public:
     {
         std::array<Section, sectionCount> sections;
         Lanes x1 {};
-        Lanes x2 {};
         Lanes gain {};
     };
 
