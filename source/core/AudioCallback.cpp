@@ -117,7 +117,12 @@ void AudioCallback::recordThreadPriority() noexcept
 {
     const auto priority = description.threadPriority();
     model.threadPriority = priority;
-    model.maxThreadPriority = std::max (priority, model.maxThreadPriority.load());
+
+    // A session may bring a higher one at this moment.
+    for (auto highest = model.maxThreadPriority.load();
+         priority > highest && ! model.maxThreadPriority.compare_exchange_weak (highest, priority);)
+    {
+    }
 }
 
 void AudioCallback::updateTransport (juce::AudioPlayHead* playHead) noexcept
@@ -226,9 +231,11 @@ void AudioCallback::measure (const Snapshot& snapshot, int sampleCount) noexcept
 
 void AudioCallback::updateLevelMatch() noexcept
 {
-    if (! model.editorClosed && ! model.soloActive && model.transport.isPlayingOrAlwaysRunning()
-        && ! model.mainBypass())
-        match.update (meters.matchInputLoudness(), meters.matchOutputLoudness());
+    if (model.editorClosed || model.soloActive || ! model.transport.isPlayingOrAlwaysRunning() || model.mainBypass())
+        return;
+
+    match.update (meters.matchInputLoudness(), meters.matchOutputLoudness());
+    model.levelMatchPointer.store (match.pointerGain(), std::memory_order_relaxed);
 }
 
 AudioCallback::Snapshot AudioCallback::takeSnapshot() const noexcept

@@ -109,15 +109,16 @@ void LiveAnalysis::feedAnalysis (const double* lowLeft,
     analysisSignal.wakeFromAudioThread (analysisHasWork());
 }
 
-unsigned LiveAnalysis::takeReset (unsigned& seen, AudioFifo& fifo, void (BandAnalyser::*resetBands)() noexcept) noexcept
+unsigned
+LiveAnalysis::takeReset (Generation& seen, AudioFifo& fifo, void (BandAnalyser::*resetBands)() noexcept) noexcept
 {
     const auto generation = resetGeneration.load (std::memory_order_acquire);
 
-    if (generation != seen)
+    if (generation != seen.load (std::memory_order_relaxed))
     {
         fifo.discardReady();
         (analyser.*resetBands)();
-        seen = generation;
+        seen.store (generation, std::memory_order_relaxed);
     }
 
     return generation;
@@ -136,26 +137,26 @@ void LiveAnalysis::restoreHighLevels() noexcept
         analyser.bandLevels[band].store (resetLevelDb, std::memory_order_relaxed);
 }
 
-bool LiveAnalysis::wasResetSinceWoken (unsigned& wokenFor) const noexcept
+bool LiveAnalysis::isReset (const Generation& seen) const noexcept
 {
-    const auto generation = resetGeneration.load (std::memory_order_acquire);
-    return std::exchange (wokenFor, generation) != generation;
+    return resetGeneration.load (std::memory_order_acquire) != seen.load (std::memory_order_relaxed);
 }
 
-bool LiveAnalysis::spectrumHasWork() noexcept
+bool LiveAnalysis::spectrumHasWork() const noexcept
 {
-    return wasResetSinceWoken (spectrumWokenFor) || fullRateFifo.numReady() >= chunkLength;
+    return isReset (spectrumGeneration) || fullRateFifo.numReady() >= chunkLength;
 }
 
-bool LiveAnalysis::analysisHasWork() noexcept
+bool LiveAnalysis::analysisHasWork() const noexcept
 {
-    return wasResetSinceWoken (analysisWokenFor) || fullRateFifo.numReady() >= chunkLength
+    return isReset (analysisGeneration) || fullRateFifo.numReady() >= chunkLength
            || decimatedFifo.numReady() >= static_cast<int> (decimatedChunk[0].size());
 }
 
-void LiveAnalysis::wake()
+void LiveAnalysis::runPass()
 {
     analysisSignal.wake();
+    analysisSignal.waitUntilIdle();
 }
 
 void LiveAnalysis::analyseDecimated()
@@ -170,7 +171,7 @@ void LiveAnalysis::analyseDecimated()
         const auto length = static_cast<int> (decimatedChunk[0].size());
         float* chunk[2] { decimatedChunk[0].data(), decimatedChunk[1].data() };
 
-        while (length > 0 && decimatedFifo.numReady() >= length)
+        while (length > 0 && decimatedFifo.numReady() >= length && ! isReset (analysisGeneration))
         {
             decimatedFifo.read (chunk, channels, length);
             analyser.processLow (chunk[0], channels == 2 ? chunk[1] : nullptr, length);
@@ -191,6 +192,7 @@ void LiveAnalysis::analyseDecimated()
         if (wasResetSince (generation))
         {
             forgetReadings();
+            gainTargetChanged = false;
             return;
         }
     }
@@ -232,7 +234,7 @@ void LiveAnalysis::analyseFullRate()
     const auto generation = takeReset (spectrumGeneration, fullRateFifo, &BandAnalyser::resetHighBands);
     float* chunk[2] { fullRateChunk[0].data(), fullRateChunk[1].data() };
 
-    while (! fullRateChunk[0].empty() && fullRateFifo.numReady() >= chunkLength)
+    while (! fullRateChunk[0].empty() && fullRateFifo.numReady() >= chunkLength && ! isReset (spectrumGeneration))
     {
         fullRateFifo.read (chunk, channels, chunkLength);
         analyser.processHigh (chunk[0], channels == 2 ? chunk[1] : nullptr, chunkLength);
@@ -257,18 +259,17 @@ void LiveAnalysis::analyseSpectrumOf (const Chunk& chunk)
     {
         const std::scoped_lock guard (spectrumLock);
         spectrum = fresh;
+        spectrumFresh = true;
     }
 
-    spectrumFresh.store (true, std::memory_order_release);
     model.channels.fire (Channels::dftAnalysisChanged);
 }
 
 bool LiveAnalysis::copySpectrum (std::span<float, SpectrumAnalyser::binCount> destination)
 {
-    const auto isNew = spectrumFresh.exchange (false, std::memory_order_acquire);
     const std::scoped_lock guard (spectrumLock);
     std::copy (spectrum.begin(), spectrum.end(), destination.begin());
-    return isNew;
+    return std::exchange (spectrumFresh, false);
 }
 
 void LiveAnalysis::clearSpectrum()

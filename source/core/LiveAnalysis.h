@@ -37,7 +37,7 @@ public:
     /** Starts the analysis thread, then the spectrum thread. */
     void startThreads();
 
-    /** Asks both threads to end; then waits for them, the analysis thread first. */
+    /** Asks both threads to end; then waits for them, the analysis thread first. The thread that started them. */
     void requestStop();
     void joinThreads();
 
@@ -46,11 +46,12 @@ public:
     void prepare();
 
     /** Forgets what was measured: levels at -70 dB, gain targets at 0. The meters follow at the next pass; a pass under
-        way stores nothing. Any thread but the audio thread. */
+        way leaves nothing of its own behind. Any thread but the audio thread. */
     void resetAnalysis();
 
-    /** Asks for a pass, whatever has come in. Any thread but the audio thread. */
-    void wake();
+    /** Has a pass made, whatever has come in, and waits for its end. Not the audio thread, nor the two threads
+        themselves, nor a listener that they call. */
+    void runPass();
 
     /** Takes a processed block: `lowCount` samples at the reduced rate, `count` at the full rate, unfiltered. `right`
        and `lowRight` are null for mono. Audio thread; real-time safe. */
@@ -61,7 +62,7 @@ public:
                        const float* right,
                        int count) noexcept;
 
-    /** Copies the last spectrum. Any thread but the audio thread.
+    /** Copies the last spectrum: magnitudes as SpectrumAnalyser gives them. Any thread but the audio thread.
         @returns whether it is new since the last call */
     bool copySpectrum (std::span<float, SpectrumAnalyser::binCount> destination);
 
@@ -74,6 +75,7 @@ public:
     /** Whether the last pass moved a gain target by more than 0.05 dB. */
     std::atomic<bool> gainTargetChanged { false };
 
+    /** The measured levels, and what the target asks for: their atomics may be read on any thread. */
     [[nodiscard]] const BandAnalyser& bands() const noexcept { return analyser; }
     [[nodiscard]] const GainTargets& gainTargets() const noexcept { return targets; }
 
@@ -84,14 +86,17 @@ public:
 private:
     using Chunk = std::array<std::vector<float>, 2>;
 
+    /** Counts resets. */
+    using Generation = std::atomic<unsigned>;
+
     void analyseDecimated();
     void analyseFullRate();
     void analyseSpectrumOf (const Chunk& chunk);
 
     // Waking a thread costs more than most passes: each is left asleep while it would find no whole chunk and no reset.
-    [[nodiscard]] bool analysisHasWork() noexcept;
-    [[nodiscard]] bool spectrumHasWork() noexcept;
-    [[nodiscard]] bool wasResetSinceWoken (unsigned& wokenFor) const noexcept;
+    [[nodiscard]] bool analysisHasWork() const noexcept;
+    [[nodiscard]] bool spectrumHasWork() const noexcept;
+    [[nodiscard]] bool isReset (const Generation& seen) const noexcept;
 
     void updateTopBand();
     void updateGainTargets();
@@ -101,7 +106,7 @@ private:
     /** Asked at the end of a pass, once it has stored everything. */
     [[nodiscard]] bool wasResetSince (unsigned generation) noexcept;
     [[nodiscard]] unsigned
-    takeReset (unsigned& seen, AudioFifo& fifo, void (BandAnalyser::*resetBands)() noexcept) noexcept;
+    takeReset (Generation& seen, AudioFifo& fifo, void (BandAnalyser::*resetBands)() noexcept) noexcept;
     static void resizeChunk (Chunk& chunk, int length);
 
     PluginModel& model;
@@ -122,13 +127,11 @@ private:
 
     std::mutex spectrumLock;
     std::array<float, SpectrumAnalyser::binCount> spectrum {};
-    std::atomic<bool> spectrumFresh { false };
+    bool spectrumFresh = false; ///< under the same lock
 
-    std::atomic<unsigned> resetGeneration { 0 };
-    unsigned analysisGeneration = 0;
-    unsigned analysisWokenFor = 0; ///< the audio thread's
-    unsigned spectrumWokenFor = 0; ///< the analysis thread's
-    unsigned spectrumGeneration = 0;
+    Generation resetGeneration { 0 };
+    Generation analysisGeneration { 0 }; ///< the last that the analysis thread has taken
+    Generation spectrumGeneration { 0 };
 
     std::mutex analysisPass;
     std::mutex spectrumPass;

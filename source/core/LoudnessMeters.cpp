@@ -24,15 +24,16 @@ void LoudnessMeters::reset() noexcept
     for (auto* meter : { &meterLufs, &matchInputLufs, &matchOutputLufs })
         meter->resetShortTerm (resetLevelDb);
 
-    inputReading.store (meterLufs.integratedValue(), std::memory_order_relaxed);
+    inputReading.store (meterLufs.integratedValue());
     matchInputReading = matchInputLufs.shortTermValue();
     matchOutputReading = matchOutputLufs.shortTermValue();
 }
 
 void LoudnessMeters::requestReset() noexcept
 {
-    resetRequested.store (true, std::memory_order_release);
-    inputReading.store (-std::numeric_limits<float>::infinity(), std::memory_order_relaxed);
+    // In one order with the two steps of a block: it stores its reading, then looks whether a reset has come.
+    resetRequested.store (true);
+    inputReading.store (noReading);
 }
 
 void LoudnessMeters::process (orvik::ChannelPointers input,
@@ -40,10 +41,13 @@ void LoudnessMeters::process (orvik::ChannelPointers input,
                               int count,
                               bool measureOutput) noexcept
 {
-    if (resetRequested.exchange (false, std::memory_order_acquire))
+    if (resetRequested.exchange (false))
         reset();
 
-    inputReading.store (meterLufs.integratedOfPlain (input, count), std::memory_order_relaxed);
+    inputReading.store (meterLufs.integratedOfPlain (input, count));
+
+    if (resetRequested)
+        inputReading.store (noReading);
 
     if (measureOutput)
         Meter::shortTermOfWeightedPair (matchInputLufs, input, matchOutputLufs, output, count);

@@ -3,6 +3,7 @@
 #include "dsp/LUFSProcessor.h"
 
 #include <atomic>
+#include <limits>
 
 /** The three full-band meters of the audio thread: the input as it is, and input and output through the ear's
    weighting.
@@ -27,7 +28,8 @@ public:
     /** Unweighted, gated loudness of the input in LUFS; minus infinity before the first reading. Any thread. */
     [[nodiscard]] float inputLoudness() const noexcept { return inputReading.load (std::memory_order_relaxed); }
 
-    /** Weighted loudness of the last 3 s. Audio thread. */
+    /** Weighted loudness of the last 3 s in LUFS; minus infinity before the first reading. The output's stays while it
+        is not measured. Audio thread. */
     [[nodiscard]] float matchInputLoudness() const noexcept { return matchInputReading; }
     [[nodiscard]] float matchOutputLoudness() const noexcept { return matchOutputReading; }
 
@@ -37,8 +39,10 @@ private:
     Meter meterLufs;
     Meter matchInputLufs;
     Meter matchOutputLufs;
-    std::atomic<float> inputReading { -std::numeric_limits<float>::infinity() };
-    float matchInputReading = -std::numeric_limits<float>::infinity();
-    float matchOutputReading = -std::numeric_limits<float>::infinity();
+    static constexpr float noReading = -std::numeric_limits<float>::infinity();
+
+    std::atomic<float> inputReading { noReading };
+    float matchInputReading = noReading;
+    float matchOutputReading = noReading;
     std::atomic<bool> resetRequested { false };
 };

@@ -114,6 +114,10 @@ public:
     //==================================================================================================================
     // Room
 
+    /** Where the output control's pointer stands: the gain that the level match suggests, linear, within 12 dB. Written
+        by the audio thread. */
+    std::atomic<float> levelMatchPointer { 1.0f };
+
     /** Scale of the room in dB: as it was chosen, and as it is drawn while it changes. */
     std::atomic<float> targetScaleDb { 12.0f };
     std::atomic<float> displayScaleDb { 12.0f };

@@ -1,7 +1,5 @@
 #include "dsp/GatedBlocks.h"
 
-#include "dsp/LoudnessScale.h"
-
 #include <algorithm>
 #include <utility>
 
@@ -37,8 +35,6 @@ void GatedBlocks<capacity>::add (float power) noexcept
 template <int capacity>
 std::optional<float> GatedBlocks<capacity>::gatedLoudness() noexcept
 {
-    static const float smallestAboveAbsoluteGate = smallestPowerAbove (absoluteGateDb);
-
     const auto audible = movePassingToFront (blocks.size(), smallestAboveAbsoluteGate);
 
     if (audible == 0)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "dsp/LoudnessScale.h"
+
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -42,6 +44,9 @@ private:
 
     std::size_t movePassingToFront (std::size_t count, float smallestPassing) noexcept;
     [[nodiscard]] float meanOfFirst (std::size_t count) const noexcept;
+
+    /** Searched for here and not at the first gate, at which several threads may arrive at once. */
+    float smallestAboveAbsoluteGate = smallestPowerAbove (absoluteGateDb);
 
     std::array<float, static_cast<std::size_t> (capacity)> blocks {};
     std::size_t writeIndex = 0;

@@ -23,9 +23,9 @@ struct ChannelPointers
     renewed every 100 ms. After a reset the windows hold the reset level, so that early figures lie too low.
 
     The calls that take a block give what the calls for one sample give, to the bit, however the stream is divided.
-    Levels are in dB, and minus infinity before the first figure. A meter that was never prepared stays there.
-    One thread at a time. All calls but `prepare` are real-time safe; the gate over 3000 blocks is the longest of them
-    and takes a few microseconds. */
+    Levels are in dB, and minus infinity before the first figure; the peak is linear, and 0 before it. A meter that was
+   never prepared stays there. One thread at a time. All calls but `prepare` are real-time safe; the gate over 3000
+   blocks is the longest of them and takes a few microseconds. */
 template <int capacity>
 class LUFSProcessor final : public ILUFSProcessor
 {
@@ -78,6 +78,8 @@ public:
     [[nodiscard]] float integratedValue() const noexcept { return integratedLevel; }
     [[nodiscard]] float shortTermValue() const noexcept { return shortTermLevel; }
     [[nodiscard]] float peakValue() const noexcept { return peakLevel; }
+
+    /** The powers of the last blocks, which the gate works on. */
     [[nodiscard]] const GatedBlocks<capacity>& blockStore() const noexcept { return blocks; }
 
     /** The sections that a caller runs its channels through before `shortTerm`. */

@@ -26,9 +26,8 @@ public:
         negative throughout is not worth a spectrum. `right` is null for mono. */
     [[nodiscard]] static bool isWorthAnalysing (const float* left, const float* right) noexcept;
 
-    /** Writes the magnitudes of the mean of both channels, windowed.
-
-        The first and the last bin stand on a scale of their own, 2048 times the others'.
+    /** Writes the magnitudes of the mean of both channels, windowed: linear, and twice what a plain sum over the frame
+        gives. The first and the last bin stand on a scale of their own, 2048 times the others'.
 
         @param left, right `frameLength` samples each; `right` is null for mono
         @param out         `binCount` values, from 0 Hz to half the rate */

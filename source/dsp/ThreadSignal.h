@@ -34,9 +34,11 @@ public:
                       thread is the dearest thing that the audio thread does here */
     void wakeFromAudioThread (bool atOnce) noexcept;
 
-    /** Waits until nothing is pending and no pass runs, or until the thread is to end. */
+    /** Waits until nothing is pending and no pass runs, or until the thread is to end. Any thread but the audio thread
+        and the signal's own. */
     void waitUntilIdle();
 
+    /** Any thread; real-time safe. */
     [[nodiscard]] bool isExitRequested() const noexcept { return exitRequested.load (std::memory_order_acquire); }
 
 private:

@@ -68,6 +68,18 @@ TEST_F (AnalysisWakingTest, aPassIsWokenByTheBlockAfterAReset)
     EXPECT_EQ (passesSoon(), 0);
 }
 
+TEST_F (AnalysisWakingTest, aBlockThatGivesNothingToProcessWakesNobody)
+{
+    processor.resetAnalysis();
+    play (3, 1);
+    EXPECT_EQ (processor.model.samplesToProcess, 0);
+    EXPECT_EQ (passesSoon(), 0) << "the reset waits for a fourth sample, with which there is one at the reduced rate";
+
+    const auto before = live.passes.load();
+    play (1, 1);
+    EXPECT_TRUE (passComes (before));
+}
+
 //======================================================================================================================
 // Reset, prepare and the end, while the threads are at work
 

@@ -2,6 +2,9 @@
 
 #include <gmock/gmock.h>
 
+#include <chrono>
+#include <thread>
+
 namespace
 {
 using namespace liveSignals;
@@ -133,27 +136,27 @@ TEST (FullAnalysisFifoTest, losesWhatComesLateAndNothingElse)
     feed (sine (46.875 * 20, 15 * 1024));
     feed (sine (46.875 * 200, 30 * 1024));
     analysis.startThreads();
-    const auto waitForSpectra = [&] (int wanted)
-    {
-        while (spectra < wanted)
-        {
-            analysis.wake();
-            std::this_thread::yield();
-        }
-    };
-
-    waitForSpectra (15);
-
+    analysis.runPass();
     EXPECT_EQ (spectra, 15);
     EXPECT_EQ (peakBin(), 20);
 
     feed (sine (46.875 * 100, 1024));
-
-    waitForSpectra (16);
-
+    analysis.runPass();
+    EXPECT_EQ (spectra, 16);
     EXPECT_EQ (peakBin(), 100) << "there is room again";
+
+    // Nor is a block stored in part: the low samples would then make up a chunk of their own, for which a pass is
+    // woken.
+    std::atomic<int> passes { 0 };
+    const auto passToken = model.channels.add ([&] { ++passes; }, Channels::integratedLUFSAnalysisChanged);
+    const std::vector<double> low (255, 0.25);
+    analysis.feedAnalysis (low.data(), low.data(), 255, nullptr, nullptr, 0);
+    std::this_thread::sleep_for (std::chrono::milliseconds (40));
+    EXPECT_EQ (passes, 0);
+
     analysis.requestStop();
     analysis.joinThreads();
+    model.channels.remove (passToken);
     model.channels.remove (token);
 }
 } // namespace

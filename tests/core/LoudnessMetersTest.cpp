@@ -5,8 +5,11 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <chrono>
 #include <limits>
 #include <random>
+#include <thread>
 
 namespace
 {
@@ -173,5 +176,44 @@ TEST (MonoMetersTest, readTheOneChannel)
     std::ignore = rig.run (signals::tones ({ { 997.0, 1.0 } }, 48000 * 5, 48000.0, 1), 480);
     EXPECT_NEAR (rig.processor.loudnessMeters().matchInputLoudness(), -3.01f, 0.01f);
     EXPECT_NEAR (rig.processor.loudnessMeters().matchOutputLoudness(), -3.01f, 0.01f);
+    EXPECT_NEAR (rig.processor.loudnessMeters().inputLoudness(), -3.70f, 0.3f)
+        << "counted once; the first figures are low";
+}
+
+TEST (MeterResetTest, aBlockUnderWayDoesNotBringTheReadingBack)
+{
+    constexpr auto rate = 48000;
+    constexpr int warmUp = rate + 960;
+    constexpr int blockLength = 4096; // ends before the second's gate comes again
+    const auto signal = signals::tones ({ { 997.0, 0.5 } }, warmUp, rate);
+    const orvik::ChannelPointers block { signal[0].data(), signal[1].data() };
+    LoudnessMeters meters;
+
+    for (int round = 0; round < 200; ++round)
+    {
+        meters.prepare (rate);
+        meters.process (block, block, warmUp, false);
+        ASSERT_GT (meters.inputLoudness(), -20.0f);
+
+        std::atomic<bool> begun { false };
+        std::thread audio (
+            [&]
+            {
+                begun = true;
+                meters.process (block, block, blockLength, false);
+            });
+
+        while (! begun)
+            std::this_thread::yield();
+
+        for (const auto until = std::chrono::steady_clock::now() + std::chrono::microseconds (round % 40);
+             std::chrono::steady_clock::now() < until;)
+        {
+        }
+
+        meters.requestReset();
+        audio.join();
+        ASSERT_EQ (meters.inputLoudness(), nothing) << "round " << round;
+    }
 }
 } // namespace

@@ -27,17 +27,8 @@ public:
     LiveRig (const LiveRig&) = delete;
     LiveRig& operator= (const LiveRig&) = delete;
 
-    /** Returns once a pass that began after the call has ended, so that everything fed before is measured. */
-    void waitForAnalysis()
-    {
-        const auto enough = passes + 2;
-
-        while (passes < enough)
-        {
-            processor.liveAnalysis().wake();
-            std::this_thread::yield();
-        }
-    }
+    /** Returns once everything fed before is measured and both threads sleep. */
+    void waitForAnalysis() { processor.liveAnalysis().runPass(); }
 
     /** Sends a signal through, at a pace that the analysis can follow, and waits until it is measured. */
     void feed (const PluginRig::Signal& signal, int blockSize)
