@@ -12,6 +12,18 @@ bool fits (const Presets::Library& library, const Presets::Preset& preset, const
            || (library.groupName (preset) + "/" + preset.name).equalsIgnoreCase (wanted);
 }
 
+bool isNumber (const juce::String& text)
+{
+    return text.isNotEmpty() && text.containsOnly ("0123456789");
+}
+
+/** The preset whose id a text is; null for a name, be it one of digits. */
+const Presets::Preset* presetByIdOf (const Presets::Library& library, const juce::String& text)
+{
+    constexpr int mostDigits = 3;
+    return isNumber (text) && text.length() <= mostDigits ? library.findPresetById (text.getIntValue()) : nullptr;
+}
+
 std::string described (const Presets::Library& library, const Presets::Preset& preset)
 {
     return (juce::String (preset.id) + " (" + library.groupName (preset) + "/" + preset.name + ")").toStdString();
@@ -22,13 +34,8 @@ const Presets::Preset& PresetChoice::find (const Presets::Library& library, cons
 {
     const auto wanted = juce::String::fromUTF8 (text.c_str()).trim();
 
-    if (wanted.containsOnly ("0123456789") && wanted.isNotEmpty())
-    {
-        if (const auto* preset = library.findPresetById (wanted.getIntValue()))
-            return *preset;
-
-        throw CommandError (ExitCode::badArguments, "--preset " + text + ": ids run from 1 to 131.");
-    }
+    if (const auto* preset = presetByIdOf (library, wanted))
+        return *preset;
 
     std::vector<const Presets::Preset*> found;
 
@@ -36,6 +43,10 @@ const Presets::Preset& PresetChoice::find (const Presets::Library& library, cons
         for (const auto& preset : group.presets)
             if (fits (library, preset, wanted))
                 found.push_back (&preset);
+
+    if (found.empty() && isNumber (wanted))
+        throw CommandError (ExitCode::badArguments,
+                            "--preset " + text + ": ids run from 1 to " + std::to_string (Presets::highestId) + ".");
 
     if (found.empty())
         throw CommandError (ExitCode::badArguments,

@@ -7,23 +7,42 @@
 
 #include <juce_data_structures/juce_data_structures.h>
 
+#include <algorithm>
+#include <cmath>
 #include <iostream>
 
 namespace
 {
-/** The value of a parameter in a saved tree, or its default. */
-double valueOf (const juce::XmlElement& tree, const ParameterRow& row)
-{
-    if (const auto* child = tree.getChildByAttribute ("id", row.id))
-        return child->getDoubleAttribute ("value", static_cast<double> (row.defaultValue));
+constexpr int defaultScaleDb = 12;
 
-    return static_cast<double> (row.defaultValue);
+/** The last child of a name, which is the one that counts; null where there is none. */
+const juce::XmlElement* lastChild (const juce::XmlElement& parent, const char* name)
+{
+    const juce::XmlElement* last = nullptr;
+
+    for (const auto* child : parent.getChildWithTagNameIterator (name))
+        last = child;
+
+    return last;
 }
 
-juce::String textOf (const ParameterRow& row, double value)
+/** What a saved tree makes of a parameter: its value within its range, and its default where there is no number. */
+float valueOf (const juce::XmlElement& tree, const ParameterRow& row)
+{
+    const auto defaultValue = static_cast<double> (row.defaultValue);
+    auto value = defaultValue;
+
+    for (const auto* child : tree.getChildWithTagNameIterator ("PARAM"))
+        if (child->compareAttribute ("id", row.id))
+            value = child->getDoubleAttribute ("value", defaultValue);
+
+    return std::isfinite (value) ? std::clamp (static_cast<float> (value), row.minimum, row.maximum) : row.defaultValue;
+}
+
+juce::String textOf (const ParameterRow& row, float value)
 {
     return row.text == ParameterText::framework ? juce::String (static_cast<int> (value))
-                                                : ParameterTable::textOf (row.text, static_cast<float> (value));
+                                                : ParameterTable::textOf (row.text, value);
 }
 
 void describeParameters (const juce::XmlElement& tree, const juce::String& indent)
@@ -34,7 +53,7 @@ void describeParameters (const juce::XmlElement& tree, const juce::String& inden
     {
         const auto value = valueOf (tree, row);
 
-        if (static_cast<float> (value) == row.defaultValue)
+        if (value == row.defaultValue)
             continue;
 
         std::cout << indent << row.name << ": " << textOf (row, value) << '\n';
@@ -47,15 +66,18 @@ void describeParameters (const juce::XmlElement& tree, const juce::String& inden
 
 void describeSettings (const juce::XmlElement& settings)
 {
-    std::cout << "Target of the user's: " << (settings.getBoolAttribute ("target-set-user", false) ? "set" : "not set")
-              << ", " << settings.getStringAttribute ("lufs-overall", "0") << " LUFS, bands";
+    const auto isTargetSet = settings.getBoolAttribute ("target-set-user", false)
+                             && ! std::isnan (SessionXml::getDecimal (settings, "lufs-overall"));
+    const auto scale = settings.getIntAttribute ("db-scale", defaultScaleDb);
+
+    std::cout << "Target of the user's: " << (isTargetSet ? "set" : "not set") << ", "
+              << settings.getStringAttribute ("lufs-overall", "0") << " LUFS, bands";
 
     for (int band = 0; band < 10; ++band)
         std::cout << ' ' << settings.getStringAttribute ("lufs-" + juce::String (band), "0");
 
     std::cout << "\nWindow: " << settings.getIntAttribute ("width", 0) << " by "
-              << settings.getIntAttribute ("height", 0)
-              << "\nRoom scale: " << settings.getStringAttribute ("db-scale", "12")
+              << settings.getIntAttribute ("height", 0) << "\nRoom scale: " << (scale > 0 ? scale : defaultScaleDb)
               << " dB\nComparison: " << (settings.getBoolAttribute ("comparison-A-selected", false) ? "A" : "B")
               << " selected\n"
               << "Highest thread priority: " << settings.getIntAttribute ("max-thread-priority", 0) << '\n';
@@ -89,15 +111,14 @@ void StateCommand::run() const
     std::cout << "Parameters that differ from their defaults:\n";
     describeParameters (*root, "  ");
 
-    for (const auto* settings : root->getChildWithTagNameIterator ("settings"))
+    if (const auto* settings = lastChild (*root, "settings"))
         describeSettings (*settings);
 
     for (const auto* track : root->getChildWithTagNameIterator ("reference-track"))
         describeTrack (*track);
 
     for (const auto* name : { "parameterStoreA", "parameterStoreB" })
-        if (const auto* store = root->getChildByName (name);
-            store != nullptr && store->getFirstChildElement() != nullptr)
+        if (const auto* store = lastChild (*root, name); store != nullptr && store->getFirstChildElement() != nullptr)
         {
             std::cout << "Comparison store " << juce::String (name).getLastCharacters (1) << ":\n";
             describeParameters (*store->getFirstChildElement(), "  ");

@@ -36,6 +36,12 @@ TEST_F (PresetChoiceTest, findsByIdNameAndGroup)
     EXPECT_EQ (PresetChoice::find (library, "HOUSE/CLASSIC").id, 85);
 }
 
+TEST_F (PresetChoiceTest, findsANameOfDigits)
+{
+    EXPECT_EQ (PresetChoice::find (library, "808").id, 2);
+    EXPECT_EQ (PresetChoice::find (library, "BASS/808").id, 2);
+}
+
 TEST_F (PresetChoiceTest, anAmbiguousNameListsItsCandidates)
 {
     EXPECT_THAT (refusalOf ("classic"), testing::HasSubstr ("85 (HOUSE/CLASSIC), 117 (ROCK/CLASSIC)"));
@@ -45,6 +51,7 @@ TEST_F (PresetChoiceTest, refusesWhatDoesNotExist)
 {
     EXPECT_THAT (refusalOf ("0"), testing::HasSubstr ("1 to 131"));
     EXPECT_THAT (refusalOf ("132"), testing::HasSubstr ("1 to 131"));
+    EXPECT_THAT (refusalOf ("4294967427"), testing::HasSubstr ("1 to 131"));
     EXPECT_THAT (refusalOf ("polka"), testing::HasSubstr ("no such preset"));
     EXPECT_FALSE (refusalOf ("").empty());
 }

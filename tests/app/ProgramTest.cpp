@@ -1,3 +1,4 @@
+#include "support/BinaryXml.h"
 #include "support/ProgramRun.h"
 #include "support/SignalMatchers.h"
 #include "support/SoundFiles.h"
@@ -6,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <juce_audio_formats/juce_audio_formats.h>
+#include <nlohmann/json.hpp>
 
 #include <cmath>
 #include <iterator>
@@ -108,6 +110,64 @@ TEST_F (ProgramTest, listsTheParametersInTheOrderOfTheHost)
     EXPECT_EQ (ids[1], "paramBypassZVQ");
     EXPECT_EQ (ids[6], "band_active_0");
     EXPECT_EQ (ids[86], "paramGainScale");
+}
+
+TEST_F (ProgramTest, listsThePresetsByGroup)
+{
+    const auto text = solvane ({ "presets" });
+    EXPECT_EQ (text.exitCode, 0);
+    EXPECT_THAT (text.output, AllOf (HasSubstr ("BASS"), HasSubstr ("BALANCED MASTER")));
+
+    const auto run = solvane ({ "presets", "--json" });
+    EXPECT_EQ (run.exitCode, 0);
+    const auto presets = nlohmann::json::parse (run.output);
+    ASSERT_EQ (presets.size(), 131u);
+    EXPECT_EQ (presets[0]["id"], 1);
+
+    for (const auto& preset : presets)
+        for (const auto* key : { "id", "category", "group", "name", "lufs", "values" })
+            EXPECT_TRUE (preset.contains (key)) << key;
+}
+
+TEST_F (ProgramTest, measuresFilesAgainstAPreset)
+{
+    makeInput ("music.wav");
+    const auto text = solvane ({ "measure", "music.wav", "--preset", "808" });
+    EXPECT_EQ (text.exitCode, 0) << text.errors;
+    EXPECT_THAT (text.output, AllOf (HasSubstr ("music.wav"), HasSubstr ("808")));
+
+    const auto run = solvane ({ "measure", "music.wav", "--json", "--picture", "out.png" });
+    EXPECT_EQ (run.exitCode, 0) << run.errors;
+    EXPECT_TRUE (folder.file ("out.png").existsAsFile());
+    const auto files = nlohmann::json::parse (run.output);
+    ASSERT_EQ (files.size(), 1u);
+    EXPECT_EQ (files[0]["file"], "music.wav");
+    EXPECT_EQ (files[0]["sampleRate"], 44100);
+    EXPECT_EQ (files[0]["channels"], 2);
+    EXPECT_EQ (files[0]["bands"].size(), 10u);
+    EXPECT_EQ (files[0]["adjustments"].size(), 10u);
+    EXPECT_EQ (files[0]["target"]["id"], 131);
+    EXPECT_LT (files[0]["lufs"].get<double>(), 0.0);
+
+    expectRefusal ({ "measure", "missing.wav" }, 3, "missing.wav");
+}
+
+TEST_F (ProgramTest, tellsWhatASavedSessionHolds)
+{
+    const auto block = wrapText ("<ZVQ_Processor><PARAM id=\"paramMode\" value=\"nan\"/>"
+                                 "<PARAM id=\"band_gain_0\" value=\"2.0\"/><PARAM id=\"band_gain_0\" value=\"99.0\"/>"
+                                 "<settings width=\"1\"/>"
+                                 "<settings width=\"700\" height=\"600\" db-scale=\"6.9\" target-set-user=\"1\""
+                                 " lufs-overall=\"nan\"/>"
+                                 "<reference-track display-name=\"Mine\" file-path=\"/a.wav\"/></ZVQ_Processor>");
+    ASSERT_TRUE (folder.file ("session").replaceWithData (block.getData(), block.getSize()));
+    const auto run = solvane ({ "state", "session" });
+    EXPECT_EQ (run.exitCode, 0) << run.errors;
+    EXPECT_THAT (run.output, AllOf (HasSubstr ("not set"), HasSubstr ("700 by 600"), HasSubstr ("Room scale: 6 dB")));
+    EXPECT_THAT (run.output, AllOf (HasSubstr ("Band 1 Gain: 12.0dB"), HasSubstr ("Mine"), Not (HasSubstr ("Mode"))));
+
+    ASSERT_TRUE (folder.file ("other").replaceWithText ("no session"));
+    expectRefusal ({ "state", "other" }, 3, "not a session block");
 }
 
 TEST_F (ProgramTest, tellsWhatItDid)
