@@ -124,7 +124,11 @@ juce::AudioProcessorParameter* VelmoraAudioProcessor::getBypassParameter() const
 
 juce::AudioProcessorEditor* VelmoraAudioProcessor::createEditor()
 {
-    return hasEditor() ? editorFactory (*this) : nullptr;
+    if (! hasEditor())
+        return nullptr;
+
+    session->fillMissingStores();
+    return editorFactory (*this);
 }
 
 void VelmoraAudioProcessor::updateLatency (bool force)
@@ -156,13 +160,13 @@ void VelmoraAudioProcessor::getStateInformation (juce::MemoryBlock& destination)
 void VelmoraAudioProcessor::setStateInformation (const void* data, int size)
 {
     session->read (data, size);
-
-    // USER SETTING may have new numbers although the choice is the same.
-    choosePreset (static_cast<int> (model.presetNumber()));
 }
 
 void VelmoraAudioProcessor::adoptReplacedParameters()
 {
+    // USER SETTING may have new numbers although the choice is the same.
+    choosePreset (static_cast<int> (model.presetNumber()));
+
     // They came one after the other and not in an order that solo and paths can follow: the band that ends its solo may
     // come behind the one that begins it.
     if (model.sampleRate > 0.0)
@@ -211,9 +215,17 @@ void VelmoraAudioProcessor::setDefaultSettings()
 void VelmoraAudioProcessor::choosePreset (int id)
 {
     presets.select (id);
-    const auto numbers = presets.numbersOf (presets.currentPreset());
-    target.set (
-        numbers.lufs, std::span (numbers.values.data(), static_cast<std::size_t> (numbers.count)), numbers.topBand);
+    presetChoices.fetch_add (1, std::memory_order_acq_rel);
+    unsigned taken;
+
+    // Again if another thread has chosen meanwhile: whoever ends last leaves the target of the preset that is current.
+    do
+    {
+        taken = presetChoices.load (std::memory_order_acquire);
+        const auto numbers = presets.numbersOf (presets.currentPreset());
+        target.set (
+            numbers.lufs, std::span (numbers.values.data(), static_cast<std::size_t> (numbers.count)), numbers.topBand);
+    } while (presetChoices.fetch_add (0, std::memory_order_acq_rel) != taken);
 }
 
 void VelmoraAudioProcessor::resetAnalysis()

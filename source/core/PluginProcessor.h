@@ -120,6 +120,7 @@ private:
     std::atomic<int> pendingLatency { -1 };
     std::atomic_flag tellingLatency;
     int mainBypassToken = 0;
+    std::atomic<unsigned> presetChoices { 0 };
 
     JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR (VelmoraAudioProcessor)
 };

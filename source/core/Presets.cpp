@@ -28,9 +28,9 @@ std::size_t indexOf (int number) noexcept
     return static_cast<std::size_t> (number);
 }
 
-Library::Numbers numbersFrom (float lufs, std::span<const float> values)
+Numbers numbersFrom (float lufs, std::span<const float> values)
 {
-    Library::Numbers numbers;
+    Numbers numbers;
     numbers.lufs = lufs;
     numbers.count = static_cast<int> (values.size());
     std::copy (values.begin(), values.end(), numbers.values.begin());
@@ -48,6 +48,42 @@ Library::Numbers numbersFrom (float lufs, std::span<const float> values)
 }
 } // namespace
 
+void SharedNumbers::store (const Numbers& numbers)
+{
+    const std::scoped_lock lock (writerLock);
+    const auto next = storeCount.load (std::memory_order_relaxed) + 1;
+    auto& place = places[next % placeCount];
+
+    place.lufs.store (numbers.lufs, std::memory_order_relaxed);
+    place.topBand.store (numbers.topBand.value_or (std::numeric_limits<float>::quiet_NaN()), std::memory_order_relaxed);
+
+    for (std::size_t band = 0; band < place.values.size(); ++band)
+        place.values[band].store (numbers.values[band], std::memory_order_relaxed);
+
+    storeCount.fetch_add (1, std::memory_order_acq_rel);
+}
+
+Numbers SharedNumbers::load() const noexcept
+{
+    Numbers copy;
+    copy.count = bandValueCount;
+    unsigned taken;
+
+    do
+    {
+        taken = storeCount.load (std::memory_order_acquire);
+        const auto& place = places[taken % placeCount];
+        const auto topBand = place.topBand.load (std::memory_order_relaxed);
+        copy.topBand = std::isnan (topBand) ? std::nullopt : std::optional (topBand);
+        copy.lufs = place.lufs.load (std::memory_order_relaxed);
+
+        for (std::size_t band = 0; band < copy.values.size(); ++band)
+            copy.values[band] = place.values[band].load (std::memory_order_relaxed);
+    } while (storeCount.fetch_add (0, std::memory_order_acq_rel) - taken >= placeCount - 1);
+
+    return copy;
+}
+
 Library::Library()
 {
     for (std::size_t category = 0; category < presetGroups.size(); ++category)
@@ -60,6 +96,7 @@ Library::Library()
         numbers[indexOf (row.id)] = numbersFrom (row.lufs, row.values);
     }
 
+    userSetting.store (numbers[indexOf (userSettingId)]);
     select (balancedMasterId);
 }
 
@@ -84,24 +121,14 @@ void Library::select (int id) noexcept
     current.store (found != nullptr ? found : findPresetById (noTargetsId), std::memory_order_release);
 }
 
-Library::Numbers Library::numbersOf (const Preset& preset) const
+Numbers Library::numbersOf (const Preset& preset) const noexcept
 {
-    if (preset.id != userSettingId)
-        return numbers[indexOf (preset.id)];
-
-    const std::scoped_lock lock (userSettingLock);
-    return numbers[indexOf (userSettingId)];
+    return preset.id == userSettingId ? userSetting.load() : numbers[indexOf (preset.id)];
 }
 
 void Library::setUserSetting (float lufs, std::span<const float, bandValueCount> values)
 {
-    const auto changed = numbersFrom (lufs, values);
-    auto& record = userSetting();
-
-    const std::scoped_lock lock (userSettingLock);
-    numbers[indexOf (userSettingId)] = changed;
-    record.lufs = lufs;
-    std::copy (values.begin(), values.end(), record.values.begin());
+    userSetting.store (numbersFrom (lufs, values));
 }
 
 std::vector<MenuEntry> makeMenu (const Library& library, bool targetSetByUser)

@@ -59,10 +59,53 @@ struct TableRow
 /** All 131 rows, by group and then in menu order. */
 [[nodiscard]] std::span<const TableRow> table() noexcept;
 
+/** What a preset asks for: its loudness and values, and the top band's extrapolated value where there is one. */
+struct Numbers
+{
+    float lufs = 0.0f;
+    std::array<float, bandValueCount> values {};
+
+    /** How many of the values the preset has. */
+    int count = 0;
+
+    /** Of 18 kHz; nothing where the curve through the three bands below is undefined. */
+    std::optional<float> topBand;
+};
+
+/** Numbers of ten values that one thread writes and others read whole, the audio thread too.
+
+    Each new set goes to the next of several places, so that a reader is disturbed only if as many sets as there are
+    places come while it copies one; it then copies again. */
+class SharedNumbers
+{
+public:
+    /** One writer at a time waits for another. Any thread but the audio thread. */
+    void store (const Numbers& numbers);
+
+    /** Any thread; real-time safe. */
+    [[nodiscard]] Numbers load() const noexcept;
+
+private:
+    static constexpr unsigned placeCount = 8;
+
+    struct Place
+    {
+        std::atomic<float> lufs { 0.0f };
+        std::array<std::atomic<float>, bandValueCount> values {};
+
+        /** Not a number where there is none. */
+        std::atomic<float> topBand { 0.0f };
+    };
+
+    std::array<Place, placeCount> places;
+    mutable std::atomic<unsigned> storeCount { 0 };
+    std::mutex writerLock;
+};
+
 /** An instance's own copy of the library, with its own USER SETTING.
 
-    The vectors never change their shape after construction, so that pointers to presets stay good for life. USER
-    SETTING alone changes its numbers: its record is read and written under a mutex, through the methods below. */
+    The records never change after construction, so that pointers to presets stay good for life. USER SETTING alone
+    changes its numbers, through the methods below; its record keeps those that it was compiled with. */
 class Library
 {
 public:
@@ -85,31 +128,16 @@ public:
     /** Takes the preset with this id; an id that no preset has selects NO TARGETS. Any thread; real-time safe. */
     void select (int id) noexcept;
 
-    /** What a preset asks for: its loudness and values, and the top band's extrapolated value where there is one. */
-    struct Numbers
-    {
-        float lufs = 0.0f;
-        std::array<float, bandValueCount> values {};
-
-        /** How many of the values the preset has. */
-        int count = 0;
-
-        /** Of 18 kHz; nothing where the curve through the three bands below is undefined. */
-        std::optional<float> topBand;
-    };
-
-    /** A copy of the numbers of one of this library's presets. Any thread; takes the mutex for USER SETTING only. */
-    [[nodiscard]] Numbers numbersOf (const Preset& preset) const;
+    /** A copy of the numbers of one of this library's presets. Any thread; real-time safe. */
+    [[nodiscard]] Numbers numbersOf (const Preset& preset) const noexcept;
 
     /** Writes USER SETTING. Any thread but the audio thread. */
     void setUserSetting (float lufs, std::span<const float, bandValueCount> values);
 
 private:
-    [[nodiscard]] Preset& userSetting() noexcept { return presetGroups[0].presets[1]; }
-
     std::array<PresetGroup, groupCount> presetGroups;
     std::array<Numbers, highestId + 1> numbers;
-    mutable std::mutex userSettingLock;
+    SharedNumbers userSetting;
     std::atomic<const Preset*> current { nullptr };
 };
 

@@ -54,8 +54,8 @@ juce::ValueTree parameterTreeOf (const juce::XmlElement& root)
 class SessionState::ScopedRestoring
 {
 public:
-    explicit ScopedRestoring (SessionState& stateToMark) : state (stateToMark) { state.restoring = true; }
-    ~ScopedRestoring() { state.restoring = false; }
+    explicit ScopedRestoring (SessionState& stateToMark) : state (stateToMark) { ++state.restoring; }
+    ~ScopedRestoring() { --state.restoring; }
 
     ScopedRestoring (const ScopedRestoring&) = delete;
     ScopedRestoring& operator= (const ScopedRestoring&) = delete;
@@ -67,11 +67,11 @@ private:
 SessionState::SessionState (PluginModel& modelToUse,
                             juce::AudioProcessorValueTreeState& parametersToUse,
                             Presets::Library& presetsToUse,
-                            std::function<void()> parametersReplacedToUse)
+                            std::function<void()> adoptedToUse)
     : model (modelToUse),
       parameters (parametersToUse),
       presets (presetsToUse),
-      parametersReplaced (std::move (parametersReplacedToUse)),
+      adopted (std::move (adoptedToUse)),
       treeType (parameters.state.getType())
 {
 }
@@ -158,6 +158,9 @@ void SessionState::read (const void* data, int size)
 
     if (const auto root = SessionXml::parse (data, size))
     {
+        std::size_t tracksBefore = 0;
+        std::size_t tracksNow = 0;
+
         {
             const std::scoped_lock lock (sessionLock);
 
@@ -169,14 +172,22 @@ void SessionState::read (const void* data, int size)
             if (lastSettings != nullptr)
                 readSettingsElement (*lastSettings);
 
+            tracksBefore = tracks.size();
+
             for (const auto* child : root->getChildWithTagNameIterator (Tags::track))
                 readTrackElement (*child);
 
+            tracksNow = tracks.size();
             readStores (*root);
         }
 
         if (root->getTagName() == treeType.toString())
             replaceParameters (parameterTreeOf (*root));
+
+        if (tracksNow > tracksBefore)
+            dropTracksIfUnreadable (tracksBefore);
+
+        adopted();
     }
 
     storeBandGains();
@@ -222,6 +233,20 @@ void SessionState::readTrackElement (const juce::XmlElement& element)
     tracks.push_back (std::move (track));
 }
 
+void SessionState::dropTracksIfUnreadable (std::size_t keptCount)
+{
+    juce::MemoryBlock written;
+    write (written);
+
+    if (SessionXml::mayBeParsed (written.getData(), static_cast<int> (written.getSize())))
+        return;
+
+    const std::scoped_lock lock (sessionLock);
+
+    if (tracks.size() > keptCount)
+        tracks.resize (keptCount);
+}
+
 void SessionState::readStores (const juce::XmlElement& root)
 {
     for (std::size_t store = 0; store < parameterStores.size(); ++store)
@@ -236,13 +261,8 @@ void SessionState::replaceParameters (juce::ValueTree tree)
     // The tree keeps what it is given, so that is a copy of its own. Nobody's lock is held meanwhile: hosts answer a
     // change of parameters with calls of theirs.
     SessionXml::removeNonNumbers (tree);
-
-    {
-        const ScopedRestoring mark (*this);
-        parameters.replaceState (tree);
-    }
-
-    parametersReplaced();
+    const ScopedRestoring mark (*this);
+    parameters.replaceState (tree);
 }
 
 void SessionState::storeBandGains() noexcept
@@ -267,7 +287,10 @@ void SessionState::compareSwitch (bool toggleOn)
     model.setStateInformationSet (false, false);
 
     if (entered.hasType (treeType))
+    {
         replaceParameters (entered);
+        adopted();
+    }
 
     storeBandGains();
     model.setStateInformationSet (true, false);
@@ -278,15 +301,23 @@ void SessionState::compareCopy()
 {
     const auto current = parameters.copyState();
     const std::scoped_lock lock (sessionLock);
-
-    for (auto& store : parameterStores)
-        store = current.createCopy();
+    fillStores (current);
 }
 
 void SessionState::fillMissingStores()
 {
-    if (! hasStore (0) || ! hasStore (1))
-        compareCopy();
+    const auto current = parameters.copyState();
+    const std::scoped_lock lock (sessionLock);
+
+    // A session may have brought both meanwhile.
+    if (! parameterStores[0].isValid() || ! parameterStores[1].isValid())
+        fillStores (current);
+}
+
+void SessionState::fillStores (const juce::ValueTree& current)
+{
+    for (auto& store : parameterStores)
+        store = current.createCopy();
 }
 
 bool SessionState::hasStore (int index) const

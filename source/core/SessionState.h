@@ -24,19 +24,21 @@
 class SessionState
 {
 public:
-    /** @param parametersReplaced told after all parameters were replaced at once, on the thread that did it */
+    /** @param adopted told when parameters and USER SETTING stand as a block, or the other side of the comparison, has
+                       them, and nobody else was told yet; on the thread that did it */
     SessionState (PluginModel& model,
                   juce::AudioProcessorValueTreeState& parameters,
                   Presets::Library& presets,
-                  std::function<void()> parametersReplaced);
+                  std::function<void()> adopted);
 
     void write (juce::MemoryBlock& destination);
 
-    /** Takes a block over; at its end the current band gains become the base of the gain scale. */
+    /** Takes a block over; at its end the current band gains become the base of the gain scale. Its tracks are left out
+        if what is saved could not be read again with them: a session that is loaded over and over doubles them. */
     void read (const void* data, int size);
 
     /** True while a block, or the other side of the comparison, replaces the parameters. Any thread. */
-    [[nodiscard]] bool isRestoring() const noexcept { return restoring.load (std::memory_order_acquire); }
+    [[nodiscard]] bool isRestoring() const noexcept { return restoring.load (std::memory_order_acquire) > 0; }
 
     //==================================================================================================================
     // A/B comparison. Store 0 is A.
@@ -72,14 +74,18 @@ private:
     [[nodiscard]] std::unique_ptr<juce::XmlElement> makeSettingsElement() const;
     void readSettingsElement (const juce::XmlElement& element);
     void readTrackElement (const juce::XmlElement& element);
+    void dropTracksIfUnreadable (std::size_t keptCount);
     void readStores (const juce::XmlElement& root);
+
+    /** Under the session's lock. */
+    void fillStores (const juce::ValueTree& current);
     void replaceParameters (juce::ValueTree tree);
     void storeBandGains() noexcept;
 
     PluginModel& model;
     juce::AudioProcessorValueTreeState& parameters;
     Presets::Library& presets;
-    const std::function<void()> parametersReplaced;
+    const std::function<void()> adopted;
 
     /** Kept by itself, since another thread may be replacing the tree that is asked. */
     const juce::Identifier treeType;
@@ -89,5 +95,5 @@ private:
     std::vector<ReferenceTrackRequest> tracks;
     std::atomic<bool> selectedA { true };
     std::atomic<bool> used { false };
-    std::atomic<bool> restoring { false };
+    std::atomic<int> restoring { 0 }; ///< how many threads are at it
 };

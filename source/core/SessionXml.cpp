@@ -24,13 +24,15 @@ std::string_view textOf (const char* data, int size) noexcept
 }
 } // namespace
 
+bool SessionXml::mayBeParsed (const void* data, int size) noexcept
+{
+    return data != nullptr && size > textPosition
+           && XmlGuard::mayBeParsed (textOf (static_cast<const char*> (data), size));
+}
+
 std::unique_ptr<juce::XmlElement> SessionXml::parse (const void* data, int size)
 {
-    if (data == nullptr || size <= textPosition
-        || ! XmlGuard::mayBeParsed (textOf (static_cast<const char*> (data), size)))
-        return nullptr;
-
-    return juce::AudioProcessor::getXmlFromBinary (data, size);
+    return mayBeParsed (data, size) ? juce::AudioProcessor::getXmlFromBinary (data, size) : nullptr;
 }
 
 float SessionXml::getDecimal (const juce::XmlElement& element, const juce::String& name)

@@ -8,7 +8,10 @@
 /** Reading and writing XML that comes from anywhere. */
 namespace SessionXml
 {
-/** Parses a block in the framework's binary wrapping; null for anything else, and for what XmlGuard refuses. */
+/** Whether a block is in the framework's binary wrapping and its text passes XmlGuard. */
+[[nodiscard]] bool mayBeParsed (const void* data, int size) noexcept;
+
+/** Parses a block; null for one that may not be parsed, and for one that the parser does not understand. */
 [[nodiscard]] std::unique_ptr<juce::XmlElement> parse (const void* data, int size);
 
 /** Reads a number that setDecimal wrote: 0 where there is none, and infinite where it is too large for a float. */

@@ -21,6 +21,15 @@ bool isLetter (char c) noexcept
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 }
 
+/** Bytes that a byte of an attribute takes when it is written again: what is not plain becomes an escape. */
+std::size_t writtenLength (char c) noexcept
+{
+    constexpr std::size_t longestEscape = 6;
+    const auto isPlain = static_cast<unsigned char> (c) < 0x80 && c >= ' '
+                         && std::string_view ("&<>\"'").find (c) == std::string_view::npos;
+    return isPlain ? 1 : longestEscape;
+}
+
 bool isNameCharacter (char c) noexcept
 {
     return isLetter (c) || isDigit (c) || c == '_' || c == '-' || c == ':' || c == '.';
@@ -285,11 +294,13 @@ private:
             return false;
 
         text.remove_prefix (1);
-        const auto before = text.size();
+        std::size_t length = 0;
 
         while (! text.empty() && text.front() != quote)
         {
-            if (text.front() == '<' || before - text.size() >= XmlGuard::longestAttribute)
+            length += writtenLength (text.front());
+
+            if (text.front() == '<' || length > XmlGuard::longestAttribute)
                 return false;
 
             if (! scanCharacter())

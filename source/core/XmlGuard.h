@@ -9,7 +9,7 @@
     follows, and takes time with the square of what some attributes hold. All of that is refused here. */
 namespace XmlGuard
 {
-/** Bounds far beyond anything that we write. */
+/** Bounds far beyond anything that we write. An attribute is as long as it would be when written again. */
 constexpr std::size_t longestText = std::size_t { 16 } << 20;
 constexpr int deepestNesting = 32;
 constexpr int mostNames = 1 << 16;

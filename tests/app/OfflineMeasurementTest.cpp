@@ -21,7 +21,8 @@ struct Partial
 /** The reference's steady mixture; the right channel has half the level. */
 std::vector<float> mixture (int length, double sampleRate)
 {
-    constexpr Partial partials[] { { 330, 0.1 }, { 1000, 0.2 }, { 3000, 0.05 }, { 6000, 0.04 }, { 10500, 0.02 }, { 15000, 0.01 } };
+    constexpr Partial partials[] { { 330, 0.1 },   { 1000, 0.2 },   { 3000, 0.05 },
+                                   { 6000, 0.04 }, { 10500, 0.02 }, { 15000, 0.01 } };
     std::vector<float> signal (static_cast<std::size_t> (length));
 
     for (int index = 0; index < length; ++index)

@@ -26,13 +26,13 @@ constexpr int danceId = 71;
 constexpr int darkPopOfBassId = 4;
 constexpr int eightOhEightId = 2;
 
-Library::Numbers numbersById (const Library& library, int id)
+Numbers numbersById (const Library& library, int id)
 {
     return library.numbersOf (*library.findPresetById (id));
 }
 
 /** What the room does with a chosen preset: as many values as there are, then the top band where there is one. */
-void applyTo (std::array<float, bandValueCount>& targets, const Library::Numbers& numbers)
+void applyTo (std::array<float, bandValueCount>& targets, const Numbers& numbers)
 {
     std::copy_n (numbers.values.begin(), numbers.count, targets.begin());
 
@@ -209,8 +209,6 @@ TEST (PresetsTest, userSettingIsWrittenThroughItsNumbers)
     EXPECT_EQ (numbers.topBand, expected);
 
     EXPECT_EQ (library.findPresetById (userSettingId), before) << "pointers stay good";
-    EXPECT_EQ (before->lufs, -9.5f);
-    EXPECT_TRUE (std::equal (values.begin(), values.end(), before->values.begin(), before->values.end()));
 }
 
 TEST (PresetsTest, userSettingOfOneLibraryIsNotThatOfAnother)

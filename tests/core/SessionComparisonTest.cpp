@@ -51,6 +51,42 @@ TEST_F (SessionComparisonTest, theSwitchKeepsTheSideThatIsLeft)
     EXPECT_EQ (gain(), -6.0f) << "the change on B stayed there";
 }
 
+TEST_F (SessionComparisonTest, anEditorThatOpensFillsStoresThatAreMissing)
+{
+    VelmoraAudioProcessor instance (PluginRig::plainHost(),
+                                    [] (VelmoraAudioProcessor&) -> juce::AudioProcessorEditor* { return nullptr; });
+    std::ignore = instance.createEditor();
+    EXPECT_TRUE (instance.sessionState().hasStore (0));
+    EXPECT_TRUE (instance.sessionState().hasStore (1));
+}
+
+TEST_F (SessionComparisonTest, theFlagIsDownWhileTheOtherSideComesIn)
+{
+    // Raised, it would make the gain scale work from the gains of the side that is left.
+    rig.prepare (48000.0, 64);
+    setGain (6.0f);
+    sessions::load (processor, sessions::save (processor));
+    rig.set (ParameterIds::gainScale, 50.0f);
+    state.compareCopy();
+    setGain (-4.0f);
+
+    auto flagWhileReplacing = true;
+    const auto parameter = ParameterIds::ofBand (0, Kind::gain);
+
+    struct Watch : juce::AudioProcessorValueTreeState::Listener
+    {
+        explicit Watch (std::function<void()> toDo) : reaction (std::move (toDo)) {}
+        void parameterChanged (const juce::String&, float) override { reaction(); }
+        std::function<void()> reaction;
+    } watch ([&] { flagWhileReplacing = processor.model.stateInformationSet(); });
+
+    processor.getAPVTS().addParameterListener (parameter, &watch);
+    state.compareSwitch (true);
+    processor.getAPVTS().removeParameterListener (parameter, &watch);
+    EXPECT_FALSE (flagWhileReplacing);
+    EXPECT_TRUE (processor.model.stateInformationSet());
+}
+
 TEST_F (SessionComparisonTest, theSwitchTakesEveryParameterAlong)
 {
     const auto first = sessions::parameterValues (processor);

@@ -33,7 +33,7 @@ inline void loadElements (VelmoraAudioProcessor& processor, const std::string& e
 }
 
 /** The numbers of USER SETTING. */
-inline Presets::Library::Numbers userSetting (const VelmoraAudioProcessor& processor)
+inline Presets::Numbers userSetting (const VelmoraAudioProcessor& processor)
 {
     return processor.presets.numbersOf (*processor.presets.findPresetById (Presets::userSettingId));
 }
