@@ -1,6 +1,7 @@
 #include "app/AudioInput.h"
 
 #include "app/CommandError.h"
+#include "app/Mp3Frames.h"
 
 #include <algorithm>
 #include <array>
@@ -25,30 +26,53 @@ enum class Codec
     mp3
 };
 
+struct Recognised
+{
+    Codec codec;
+
+    /** Where its first byte is: behind tags. */
+    juce::int64 start = 0;
+};
+
 /** By what the file begins with. The framework would try one reader after the other, and an MP3 reader finds something
     to play in nearly everything. */
-std::optional<Codec> codecOf (const juce::File& file)
+std::optional<Recognised> recognise (const juce::File& file)
 {
-    std::array<unsigned char, 4> start {};
     juce::FileInputStream stream (file);
+    std::array<unsigned char, Mp3Frames::tagHeaderLength> start {};
+    juce::int64 position = 0;
 
-    if (stream.read (start.data(), static_cast<int> (start.size())) != static_cast<int> (start.size()))
-        return {};
+    const auto readStart = [&]
+    {
+        start.fill (0);
+        return stream.setPosition (position) && stream.read (start.data(), static_cast<int> (start.size())) > 0;
+    };
 
-    const std::string_view magic (reinterpret_cast<const char*> (start.data()), start.size());
+    // A FLAC may stand behind a tag as well.
+    while (readStart())
+    {
+        const auto length = Mp3Frames::tagLength (start.data());
 
-    if (magic == "RIFF" || magic == "RF64")
-        return Codec::wav;
+        if (length == 0)
+            break;
 
-    if (magic == "FORM")
-        return Codec::aiff;
+        position += length;
+    }
+
+    const std::string_view magic (reinterpret_cast<const char*> (start.data()), 4);
 
     if (magic == "fLaC")
-        return Codec::flac;
+        return Recognised { Codec::flac, position };
 
     // A tag, or the eleven set bits that every frame begins with.
-    if (magic.starts_with ("ID3") || (start[0] == 0xff && (start[1] & 0xe0) == 0xe0))
-        return Codec::mp3;
+    if (position > 0 || (start[0] == 0xff && (start[1] & 0xe0) == 0xe0))
+        return Recognised { Codec::mp3 };
+
+    if (magic == "RIFF" || magic == "RF64")
+        return Recognised { Codec::wav };
+
+    if (magic == "FORM")
+        return Recognised { Codec::aiff };
 
     return {};
 }
@@ -88,9 +112,8 @@ void requireReadableFile (const juce::File& file)
 class AudioInput::WatchedStream final : public juce::InputStream
 {
 public:
-    explicit WatchedStream (const juce::File& file) : stream (file) {}
+    explicit WatchedStream (std::unique_ptr<juce::InputStream> streamToWatch) : stream (std::move (streamToWatch)) {}
 
-    [[nodiscard]] bool opened() const { return stream.openedOk(); }
     [[nodiscard]] bool gaveLess() const noexcept { return shortRead; }
     [[nodiscard]] bool saidThatItEnded() const noexcept { return toldEnd; }
 
@@ -100,26 +123,26 @@ public:
         toldEnd = false;
     }
 
-    juce::int64 getTotalLength() override { return stream.getTotalLength(); }
-    juce::int64 getPosition() override { return stream.getPosition(); }
-    bool setPosition (juce::int64 position) override { return stream.setPosition (position); }
+    juce::int64 getTotalLength() override { return stream->getTotalLength(); }
+    juce::int64 getPosition() override { return stream->getPosition(); }
+    bool setPosition (juce::int64 position) override { return stream->setPosition (position); }
 
     bool isExhausted() override
     {
-        const auto ended = stream.isExhausted();
+        const auto ended = stream->isExhausted();
         toldEnd |= ended;
         return ended;
     }
 
     int read (void* destination, int byteCount) override
     {
-        const auto given = stream.read (destination, byteCount);
+        const auto given = stream->read (destination, byteCount);
         shortRead |= given < byteCount;
         return given;
     }
 
 private:
-    juce::FileInputStream stream;
+    const std::unique_ptr<juce::InputStream> stream;
     bool shortRead = false;
     bool toldEnd = false;
 };
@@ -137,68 +160,65 @@ AudioInput::AudioInput (const juce::File& fileToOpen) : file (fileToOpen)
                                 + " is not a sound file that can be read. WAV and AIFF of 8 to 32 bits, FLAC and MP3 "
                                   "can.");
 
-    if (formatName() == "MP3")
-        measureLength();
-
     if (reader->lengthInSamples <= 0 || reader->numChannels == 0)
         throw CommandError (ExitCode::unreadableInput, quoted (file) + " holds no sound.");
 }
 
 void AudioInput::open()
 {
-    const auto codec = codecOf (file);
-    auto watched = std::make_unique<WatchedStream> (file);
+    const auto recognised = recognise (file);
 
-    if (! codec.has_value() || ! watched->opened())
+    if (! recognised.has_value())
         return;
 
+    if (recognised->codec == Codec::mp3)
+        return openMp3();
+
+    std::unique_ptr<juce::InputStream> source = file.createInputStream();
+
+    if (source != nullptr && recognised->start > 0)
+        source = std::make_unique<juce::SubregionStream> (source.release(), recognised->start, -1, true);
+
+    if (source != nullptr)
+        openReader (*formatFor (recognised->codec), std::move (source));
+}
+
+void AudioInput::openMp3()
+{
+    juce::MemoryBlock content;
+
+    if (! file.loadFileAsData (content))
+        return;
+
+    auto found = Mp3Frames::find (content);
+
+    if (! found.has_value())
+        return;
+
+    if (! found->isWhole)
+        refuseDamaged();
+
+    juce::MP3AudioFormat format;
+    openReader (format, std::make_unique<juce::MemoryInputStream> (std::move (found->frames)));
+
+    if (reader != nullptr)
+        reader->lengthInSamples = found->sampleCount;
+}
+
+void AudioInput::openReader (juce::AudioFormat& format, std::unique_ptr<juce::InputStream> source)
+{
+    auto watched = std::make_unique<WatchedStream> (std::move (source));
     stream = watched.get();
-    reader.reset (formatFor (*codec)->createReaderFor (watched.release(), true));
+    reader.reset (format.createReaderFor (watched.release(), true));
 
     // Finding out what the file is asks beyond its end now and then.
     if (reader != nullptr)
         stream->forget();
 }
 
-void AudioInput::measureLength()
+void AudioInput::refuseDamaged() const
 {
-    // Where the file does not say how many frames it has, the reader guesses from its size and the first frame, which
-    // goes wrong where frames differ in size. So the frames are decoded once. The reader goes on with silence behind
-    // the last one, and takes pages from the file, so that the file's end is met up to a page before the sound's.
-    constexpr int frameLength = 1152;
-    constexpr double pageBytes = 16384.0;
-
-    juce::AudioBuffer<float> frame (static_cast<int> (reader->numChannels), frameLength);
-    juce::int64 position = 0;
-    juce::int64 end = 0;
-
-    const auto decodeFrame = [&]
-    {
-        const auto decoded = reader->read (&frame, 0, frameLength, position, true, true);
-        position += frameLength;
-
-        if (decoded && frame.getMagnitude (0, frameLength) > 0.0f)
-            end = position;
-
-        return decoded;
-    };
-
-    while (! stream->isExhausted() && decodeFrame())
-    {
-    }
-
-    end = std::max (end, position);
-    const auto averageFrameBytes =
-        static_cast<double> (stream->getTotalLength()) * frameLength / static_cast<double> (end);
-    const auto framesInPage = static_cast<int> (pageBytes / averageFrameBytes) + 2;
-
-    for (int index = 0; index < framesInPage && decodeFrame(); ++index)
-    {
-    }
-
-    const auto stated = reader->lengthInSamples;
-    open();
-    reader->lengthInSamples = stated >= end && stated <= position ? stated : end;
+    throw CommandError (ExitCode::unreadableInput, quoted (file) + " ends before its header says so, or is damaged.");
 }
 
 std::string AudioInput::formatName() const
@@ -211,12 +231,11 @@ void AudioInput::read (juce::AudioBuffer<float>& block, juce::int64 start, int c
     const auto complete = reader->read (&block, 0, count, start, true, true);
     const auto format = formatName();
 
-    // An MP3 has no header that could say more than there is, and its length was measured. The FLAC library reads in
-    // pages, the last one not full, and asks whether that was all only when it needs more.
+    // The frames of an MP3 were counted. The FLAC library reads in pages, the last one not full, and asks whether that
+    // was all only when it needs more.
     if (format == "MP3")
         return;
 
     if (! complete || (format == "FLAC" ? stream->saidThatItEnded() : stream->gaveLess()))
-        throw CommandError (ExitCode::unreadableInput,
-                            quoted (file) + " ends before its header says so, or is damaged.");
+        refuseDamaged();
 }

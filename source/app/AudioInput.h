@@ -30,7 +30,9 @@ private:
     class WatchedStream;
 
     void open();
-    void measureLength();
+    void openMp3();
+    void openReader (juce::AudioFormat& format, std::unique_ptr<juce::InputStream> source);
+    [[noreturn]] void refuseDamaged() const;
 
     juce::File file;
     std::unique_ptr<juce::AudioFormatReader> reader;

@@ -1,6 +1,7 @@
 #include "app/AudioOutput.h"
 
 #include "app/CommandError.h"
+#include "app/FileArgument.h"
 
 #include <algorithm>
 #include <array>
@@ -69,7 +70,16 @@ juce::File behindLinks (juce::File file)
     constexpr int longestChain = 40;
 
     for (int step = 0; step < longestChain && file.isSymbolicLink(); ++step)
-        file = file.getLinkedTarget();
+    {
+        const std::filesystem::path link (file.getFullPathName().toStdString());
+        std::error_code error;
+        const auto next = std::filesystem::read_symlink (link, error);
+
+        if (error)
+            break;
+
+        file = fileFor ((link.parent_path() / next).string());
+    }
 
     return file;
 }
@@ -215,6 +225,8 @@ AudioOutput::AudioOutput (const juce::File& targetToUse, OutputFormat formatToUs
     if (record->failed)
         fail ("could not be made");
 
+    // What others may not read must not lie open while it is made anew.
+    takePermissionsOfTarget();
     writer.reset (
         codecFor (format.container)
             ->createWriterFor (stream.get(), sampleRate, static_cast<unsigned> (channelCount), format.bits, {}, 0));
@@ -318,9 +330,7 @@ void AudioOutput::commit()
     const std::filesystem::path to (target.getFullPathName().toStdString());
     std::error_code error;
 
-    if (const auto existing = std::filesystem::status (to, error); std::filesystem::exists (existing))
-        std::filesystem::permissions (from, existing.permissions(), error);
-
+    takePermissionsOfTarget();
     std::filesystem::rename (from, to, error);
 
     if (error)
@@ -328,6 +338,15 @@ void AudioOutput::commit()
         record->reason = error.message();
         fail ("could not be put in its place");
     }
+}
+
+void AudioOutput::takePermissionsOfTarget() const
+{
+    std::error_code error;
+
+    if (const auto existing = std::filesystem::status (target.getFullPathName().toStdString(), error);
+        std::filesystem::exists (existing))
+        std::filesystem::permissions (partial.getFullPathName().toStdString(), existing.permissions(), error);
 }
 
 void AudioOutput::fail (const std::string& what)

@@ -69,6 +69,7 @@ private:
     struct StreamRecord;
 
     void requireWritableTarget() const;
+    void takePermissionsOfTarget() const;
     [[nodiscard]] bool store (const juce::AudioBuffer<float>& block, int start, int count);
     void inspect (const juce::AudioBuffer<float>& block, int start, int count) noexcept;
     [[noreturn]] void fail (const std::string& what);

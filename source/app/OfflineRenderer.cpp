@@ -29,7 +29,7 @@ OfflineRenderer::OfflineRenderer (double sampleRate, int channelCount, int block
     plugin.setRateAndBufferSizeDetails (sampleRate, blockSize);
     settings.applyTo (plugin.model);
     plugin.prepareToPlay (sampleRate, blockSize);
-    solo = plugin.model.soloActive;
+    solo = plugin.model.soloActive();
     settle();
 }
 
@@ -38,23 +38,35 @@ int OfflineRenderer::delaySamples() const noexcept
     return (solo ? soloDelaySamples : plugin.model.baseLatency.load()) + plugin.model.decimationFactor;
 }
 
-bool OfflineRenderer::highBandsRefused()
+std::vector<const char*> OfflineRenderer::pathsWithRefusedHighBands()
 {
-    if (solo || plugin.model.filterPhase() == FilterPhase::linear)
-        return false;
+    std::vector<const char*> paths;
+    const auto& model = plugin.model;
+
+    if (solo || model.filterPhase() == FilterPhase::linear)
+        return paths;
 
     // The audio thread is this one and the workers have nothing to do offline, so the taps may be read. Without high
     // bands the source is no design but a single 1.
-    const auto refused = [this] (BlockProcessorMode mode)
+    const auto look = [&] (BlockProcessorMode mode, const char* name)
     {
         const auto source = plugin.bandEngine().block (mode).taps().minimumSource.taps();
         const auto isNothing = [] (double tap) { return tap == 0.0; };
-        return ! std::all_of (source.begin() + 1, source.end(), isNothing) && ! MinimumPhase().reflect (source);
+
+        if (! std::all_of (source.begin() + 1, source.end(), isNothing) && ! MinimumPhase().reflect (source))
+            paths.push_back (name);
     };
 
-    return (plugin.model.stereoPathActive && refused (BlockProcessorMode::stereo))
-           || (plugin.model.midSidePathActive
-               && (refused (BlockProcessorMode::mid) || refused (BlockProcessorMode::side)));
+    if (model.stereoPathActive())
+        look (BlockProcessorMode::stereo, model.isStereo ? "left and right" : "the one channel");
+
+    if (model.midSidePathActive() && model.isStereo)
+    {
+        look (BlockProcessorMode::mid, "mid");
+        look (BlockProcessorMode::side, "side");
+    }
+
+    return paths;
 }
 
 void OfflineRenderer::settle()

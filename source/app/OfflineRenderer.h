@@ -6,6 +6,7 @@
 #include <juce_audio_basics/juce_audio_basics.h>
 
 #include <functional>
+#include <vector>
 
 /** Drives the plug-in's processor offline, with the delay of its path taken off.
 
@@ -28,9 +29,9 @@ public:
     /** The delay of the path in samples, as it really is. */
     [[nodiscard]] int delaySamples() const noexcept;
 
-    /** Whether the bands above 1500 Hz do nothing, because in minimum phase no filter can be made from cuts as broad
-       and deep as theirs. */
-    [[nodiscard]] bool highBandsRefused();
+    /** The paths, in words, on which the bands above 1500 Hz do nothing, because in minimum phase no filter can be made
+        from cuts as broad and deep as theirs. */
+    [[nodiscard]] std::vector<const char*> pathsWithRefusedHighBands();
 
     [[nodiscard]] VelmoraAudioProcessor& processor() noexcept { return plugin; }
 

@@ -63,8 +63,9 @@ void noteSurprises (const EqualiserSettings& settings, OfflineRenderer& renderer
     if (settings.phase != model.filterPhase())
         std::cerr << "Note: above 96 kHz the phase is always linear.\n";
 
-    if (renderer.highBandsRefused())
-        std::cerr << "Note: the cuts above 1500 Hz are too broad and deep for minimum phase, and do nothing. "
+    for (const auto* path : renderer.pathsWithRefusedHighBands())
+        std::cerr << "Note: the cuts above 1500 Hz on " << path
+                  << " are too broad and deep for minimum phase, so no band above 1500 Hz does anything there. "
                      "Use --phase linear.\n";
 
     const auto needsStereo = [] (const BandOption& band) { return band.midSide != 0.5f; };

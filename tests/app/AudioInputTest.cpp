@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
 
 namespace
@@ -118,6 +119,102 @@ TEST_F (AudioInputTest, noticesAFileThatEndsEarly)
             EXPECT_THAT (refusalOf (folder.file ("cut")), HasSubstr ("ends before its header says so")) << name;
         }
     }
+}
+
+/** A tag such as carries a cover. */
+std::string tagOf (int length)
+{
+    std::string tag ("ID3\x04\0\0", 6);
+
+    for (int shift = 21; shift >= 0; shift -= 7)
+        tag += static_cast<char> ((length >> shift) & 0x7f);
+
+    return tag + std::string (static_cast<std::size_t> (length), 'p');
+}
+
+float peakOfLastThird (AudioInput& input)
+{
+    const auto samples = everythingIn (input);
+    const auto third = samples.getNumSamples() / 3;
+    return samples.getMagnitude (2 * third, third);
+}
+
+TEST_F (AudioInputTest, readsShortMp3sToTheirEnd)
+{
+    struct Case
+    {
+        const char* seconds;
+        const char* options;
+    };
+
+    for (const auto& [seconds, options] : { Case { "0.1", "-C 320.2" },
+                                            Case { "0.4", "-C 128.2" },
+                                            Case { "0.46", "-C 128.2" },
+                                            Case { "0.5", "-C 64.2" } })
+    {
+        const auto frames = static_cast<juce::int64> (44100.0 * std::stod (seconds));
+        made ("short.mp3", options, std::string ("trim 0 ") + seconds);
+        AudioInput input (folder.file ("short.mp3"));
+        EXPECT_GE (input.length(), frames) << seconds;
+        EXPECT_LE (input.length(), frames + 3 * 1152) << seconds;
+        EXPECT_GT (peakOfLastThird (input), 0.01f) << seconds;
+    }
+}
+
+TEST_F (AudioInputTest, readsAHalfRateMp3AtItsLength)
+{
+    made ("half.mp3", "-r 22050 -C 64.2");
+    AudioInput input (folder.file ("half.mp3"));
+    const auto original = AudioInput (juce::File (juce::String (recordedLoop()))).length() / 2;
+    EXPECT_EQ (input.sampleRate(), 22050.0);
+    EXPECT_GE (input.length(), original);
+    EXPECT_LE (input.length(), original + 4 * 576);
+    EXPECT_GT (peakOfLastThird (input), 0.01f);
+}
+
+TEST_F (AudioInputTest, readsOnBehindATagBetweenTwoMp3s)
+{
+    const auto bytes = bytesOf (made ("a.mp3", "-C 128.2"));
+    const auto length = AudioInput (folder.file ("a.mp3")).length();
+    writeBytes (folder.path ("two.mp3"),
+                tagOf (40000) + bytes + tagOf (40000) + bytes + "TAG" + std::string (125, ' '));
+
+    AudioInput two (folder.file ("two.mp3"));
+    EXPECT_EQ (two.length(), 2 * length);
+    EXPECT_GT (peakOfLastThird (two), 0.01f);
+}
+
+TEST_F (AudioInputTest, noticesAnMp3ThatIsNotWhole)
+{
+    // With a variable rate, this encoder states how many frames there are.
+    const auto counted = bytesOf (made ("counted.mp3", "-C -2.2"));
+    EXPECT_EQ (refusalOf (folder.file ("counted.mp3")), "read");
+    writeBytes (folder.path ("cut.mp3"), counted.substr (0, counted.size() / 2));
+    EXPECT_THAT (refusalOf (folder.file ("cut.mp3")), HasSubstr ("ends before its header says so"));
+
+    auto holed = bytesOf (made ("a.mp3", "-C 128.2"));
+    std::fill_n (holed.begin() + static_cast<std::ptrdiff_t> (holed.size() / 3), 5000, '\0');
+    writeBytes (folder.path ("holed.mp3"), holed);
+    EXPECT_THAT (refusalOf (folder.file ("holed.mp3")), HasSubstr ("or is damaged"));
+}
+
+TEST_F (AudioInputTest, knowsAFlacBehindATag)
+{
+    const auto bytes = bytesOf (made ("a.flac"));
+    writeBytes (folder.path ("tagged.mp3"), tagOf (20) + tagOf (3000) + bytes);
+    AudioInput plain (folder.file ("a.flac"));
+    AudioInput tagged (folder.file ("tagged.mp3"));
+    EXPECT_EQ (tagged.formatName(), "FLAC");
+    ASSERT_EQ (tagged.length(), plain.length());
+    const auto expected = everythingIn (plain);
+    const auto actual = everythingIn (tagged);
+    EXPECT_EQ (std::memcmp (actual.getReadPointer (1),
+                            expected.getReadPointer (1),
+                            sizeof (float) * static_cast<std::size_t> (expected.getNumSamples())),
+               0);
+
+    writeBytes (folder.path ("tag-alone.mp3"), tagOf (3000));
+    EXPECT_THAT (refusalOf (folder.file ("tag-alone.mp3")), HasSubstr ("is not a sound file"));
 }
 
 TEST_F (AudioInputTest, refusesWhatItWouldPlayAsNoise)

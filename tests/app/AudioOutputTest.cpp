@@ -1,6 +1,7 @@
 #include "app/AudioOutput.h"
 
 #include "app/CommandError.h"
+#include "app/FileArgument.h"
 #include "support/SoundFiles.h"
 
 #include <gmock/gmock.h>
@@ -155,6 +156,41 @@ TEST (AudioOutputTest, writesBehindASymbolicLinkAlsoWhereNothingIsThereYet)
 
     EXPECT_TRUE (folder.file ("link.wav").isSymbolicLink());
     EXPECT_THAT (readFloatWav (folder.path ("real/a.wav"))[0], ElementsAre (0.25f));
+}
+
+TEST (AudioOutputTest, goesTheWayOfTheSystemThroughLinkedFolders)
+{
+    const TemporaryFolder folder;
+    ASSERT_TRUE (folder.file ("real/deep").createDirectory());
+    ASSERT_TRUE (folder.file ("real/other").createDirectory());
+    ASSERT_EQ (::symlink ("real/deep", folder.path ("link").c_str()), 0);
+    ASSERT_EQ (::symlink ("../other/target.wav", folder.path ("real/deep/l.wav").c_str()), 0);
+
+    // Behind the link, the folder above is that of the place which it stands for.
+    store (fileFor (folder.path ("link") + "/../out.wav"), { Container::wav, 32 }, { 0.25f });
+    EXPECT_TRUE (folder.file ("real/out.wav").existsAsFile());
+    EXPECT_FALSE (folder.file ("out.wav").exists());
+
+    store (fileFor (folder.path ("link") + "/l.wav"), { Container::wav, 32 }, { 0.5f });
+    EXPECT_TRUE (folder.file ("real/other/target.wav").existsAsFile());
+    EXPECT_FALSE (folder.file ("other").exists());
+}
+
+TEST (AudioOutputTest, aFileThatOthersMayNotReadIsClosedWhileItIsMadeAnew)
+{
+    const TemporaryFolder folder;
+    store (folder.file ("a.wav"), { Container::wav, 32 }, { 0.25f });
+    ASSERT_EQ (::chmod (folder.path ("a.wav").c_str(), 0600), 0);
+    const AudioOutput output (folder.file ("a.wav"), { Container::wav, 32 }, rate, 1);
+
+    for (const auto& name : folder.names())
+    {
+        struct stat status
+        {
+        };
+        ASSERT_EQ (::stat (folder.path (name).c_str(), &status), 0);
+        EXPECT_EQ (status.st_mode & 0777u, 0600u) << name;
+    }
 }
 
 TEST (AudioOutputTest, refusesWhatIsNoPlaceForAFile)
