@@ -231,7 +231,7 @@ void AudioCallback::measure (const Snapshot& snapshot, int sampleCount) noexcept
 
 void AudioCallback::updateLevelMatch() noexcept
 {
-    if (model.editorClosed || model.soloActive || ! model.transport.isPlayingOrAlwaysRunning() || model.mainBypass())
+    if (model.editorClosed || model.soloActive() || ! model.transport.isPlayingOrAlwaysRunning() || model.mainBypass())
         return;
 
     match.update (meters.matchInputLoudness(), meters.matchOutputLoudness());
@@ -240,16 +240,18 @@ void AudioCallback::updateLevelMatch() noexcept
 
 AudioCallback::Snapshot AudioCallback::takeSnapshot() const noexcept
 {
-    Snapshot snapshot { .soloActive = model.soloActive,
+    const auto solo = model.solo.load();
+    const auto paths = model.paths.load();
+    Snapshot snapshot { .soloActive = solo.active,
                         .mainBypass = model.mainBypass(),
-                        .useStereo = model.stereoPathActive,
-                        .useMidSide = model.midSidePathActive,
+                        .useStereo = paths.stereo,
+                        .useMidSide = paths.midSide,
                         .phase = model.filterPhase() };
 
     // A soloed band keeps only its own path.
-    if (const auto band = model.soloBand.load(); snapshot.soloActive && band >= 0)
+    if (solo.active && solo.band >= 0)
     {
-        if (isStereoBand (model, band))
+        if (isStereoBand (model, solo.band))
             snapshot.useMidSide = false;
         else
             snapshot.useStereo = false;

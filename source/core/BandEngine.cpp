@@ -82,8 +82,10 @@ void BandEngine::prepare (double sampleRate)
     for (auto& current : lanes)
     {
         const ScopedOwnership ownership (current->block);
-        current->block.prepare (sampleRate);
+
+        // Before the lengths are read: a change from now on asks for another rebuild.
         current->block.needsRebuild = false;
+        current->block.prepare (sampleRate);
     }
 }
 
@@ -102,14 +104,36 @@ bool BandEngine::rebuildPending()
     return any;
 }
 
+template <typename Send>
+void BandEngine::untilNothingNewCame (Send send)
+{
+    unsigned seen;
+
+    do
+    {
+        seen = dispatchCount.load (std::memory_order_acquire);
+        send();
+    } while (dispatchCount.fetch_add (0, std::memory_order_acq_rel) != seen);
+}
+
 void BandEngine::sendCurrentUpdates()
 {
-    CurrentUpdates updates;
-    readCurrentUpdates (updates);
-    dispatch (updates);
+    untilNothingNewCame (
+        [this]
+        {
+            CurrentUpdates updates;
+            readCurrentUpdates (updates);
+            send (updates);
+        });
 }
 
 void BandEngine::dispatch (std::span<const BandUpdate> updates)
+{
+    dispatchCount.fetch_add (1, std::memory_order_acq_rel);
+    send (updates);
+}
+
+void BandEngine::send (std::span<const BandUpdate> updates)
 {
     if (isOffline())
     {
@@ -168,7 +192,7 @@ bool BandEngine::apply (Lane& target, float value, const std::string& parameterI
 {
     target.block.update (value, parameterId, gainScaleApplied);
 
-    if (target.block.mode() == BlockProcessorMode::display && ! model.soloActive && ! model.mainBypass())
+    if (target.block.mode() == BlockProcessorMode::display && ! model.soloActive() && ! model.mainBypass())
         publishResponse (target.block);
 
     // A value that holds the gain scale comes from no change of a gain, and whoever scaled it has told what it means.
@@ -255,12 +279,18 @@ void BandEngine::maintainQueues()
 
 void BandEngine::postCurrentUpdates (Lane& target)
 {
-    CurrentUpdates updates;
-    readCurrentUpdates (updates);
     const auto index = static_cast<std::size_t> (target.block.mode());
 
-    for (const auto& update : updates)
-        target.worker.post (target.block.mode(), update.values[index], *update.parameterId, update.gainScaleApplied);
+    untilNothingNewCame (
+        [this, &target, index]
+        {
+            CurrentUpdates updates;
+            readCurrentUpdates (updates);
+
+            for (const auto& update : updates)
+                target.worker.post (
+                    target.block.mode(), update.values[index], *update.parameterId, update.gainScaleApplied);
+        });
 }
 
 bool BandEngine::isIdle() const

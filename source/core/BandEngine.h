@@ -103,6 +103,14 @@ private:
         @returns whether the Master limits have to be checked afterwards */
     [[nodiscard]] bool apply (Lane& target, float value, const std::string& parameterId, bool gainScaleApplied);
 
+    /** Spreads updates, or applies them where the host renders offline. */
+    void send (std::span<const BandUpdate> updates);
+
+    /** For what is sent from values read before: sends again if another thread has sent a newer one meanwhile, which
+        would otherwise be overwritten. */
+    template <typename Send>
+    void untilNothingNewCame (Send send);
+
     void applySynchronously (std::span<const BandUpdate> updates);
     void publishResponse (const BlockProcessor& display);
     void postCurrentUpdates (Lane& target);
@@ -112,4 +120,7 @@ private:
     const std::function<void (CurrentUpdates&)> readCurrentUpdates;
     std::array<std::unique_ptr<Lane>, modeCount> lanes;
     std::size_t serviceIndex = 0;
+
+    /** Counts changes that were sent; those who send current values leave it alone. */
+    std::atomic<unsigned> dispatchCount { 0 };
 };

@@ -124,14 +124,14 @@ void ParameterRouter::bandChanged (const Route& route, float value)
     engine.dispatch (sameForAllModes (route.name, value));
 
     // While a band was soloed the other bands' messages drew their solo curves, so their normal curves are old.
-    if (route.kind == Kind::solo && ! model.soloActive)
+    if (route.kind == Kind::solo && ! model.soloActive())
         engine.sendCurrentUpdates();
 }
 
 void ParameterRouter::soloChanged (const Route& route, float value) noexcept
 {
-    model.soloActive = value != 0.0f;
-    model.soloBand = value == 1.0f ? route.band : -1;
+    model.solo = { value != 0.0f, value == 1.0f ? route.band : -1 };
+    soloChanges.fetch_add (1, std::memory_order_acq_rel);
 }
 
 void ParameterRouter::midSideChanged (const Route& route, float value)
@@ -151,15 +151,22 @@ void ParameterRouter::midSideChanged (const Route& route, float value)
 
 void ParameterRouter::updatePathFlags() noexcept
 {
-    auto stereo = false;
-    auto midSide = false;
+    pathChanges.fetch_add (1, std::memory_order_acq_rel);
+    unsigned seen;
 
-    for (int band = 0; band < bandCount; ++band)
-        if (isActive (model, band))
-            (model.getBandValue (band, Kind::midSide) == 0.5f ? stereo : midSide) = true;
+    // Again if another thread has changed a band meanwhile: whoever ends last has seen all of them.
+    do
+    {
+        seen = pathChanges.load (std::memory_order_acquire);
+        auto stereo = false;
+        auto midSide = false;
 
-    model.stereoPathActive = stereo || ! midSide;
-    model.midSidePathActive = midSide;
+        for (int band = 0; band < bandCount; ++band)
+            if (isActive (model, band))
+                (model.getBandValue (band, Kind::midSide) == 0.5f ? stereo : midSide) = true;
+
+        model.paths = { stereo || ! midSide, midSide };
+    } while (pathChanges.fetch_add (0, std::memory_order_acq_rel) != seen);
 }
 
 float ParameterRouter::gainScaleBase (int band) const noexcept
@@ -174,7 +181,8 @@ void ParameterRouter::applyGainScale (float scalePercent)
     model.channels.waitForRunningNotification();
     gainScaleInProgress = true;
 
-    auto canUseMaster = true;
+    // Tested before the clamps: a band that Master would cut short refuses Master.
+    const auto canUseMaster = isWithinMasterLimit (scalePercent);
     std::array<BandUpdate, bandCount> updates;
     std::size_t count = 0;
 
@@ -184,11 +192,6 @@ void ParameterRouter::applyGainScale (float scalePercent)
             continue;
 
         const auto gain = gainScaleBase (band) * scalePercent / 100.0f;
-
-        // Tested before the clamps: a band that Master would cut short refuses Master.
-        if (std::abs (gain) > Settings::masterGainLimitDb)
-            canUseMaster = false;
-
         updates[count++] = sameForAllModes (
             gainNames[static_cast<std::size_t> (band)], withinFilterLimits (gain, model.filterMode()), true);
     }
@@ -219,15 +222,35 @@ void ParameterRouter::readCurrentParameters()
     if (model.mainBypass() != model.bypassParameterOn())
         model.setMainBypass (model.bypassParameterOn());
 
-    auto soloed = -1;
+    unsigned seen;
 
-    for (int band = bandCount; --band >= 0;)
-        if (model.getBandValue (band, Kind::solo) == 1.0f)
-            soloed = band;
+    do
+    {
+        seen = soloChanges.load (std::memory_order_acquire);
+        auto soloed = -1;
 
-    model.soloActive = soloed >= 0;
-    model.soloBand = soloed;
+        for (int band = bandCount; --band >= 0;)
+            if (model.getBandValue (band, Kind::solo) == 1.0f)
+                soloed = band;
+
+        model.solo = { soloed >= 0, soloed };
+    } while (soloChanges.fetch_add (0, std::memory_order_acq_rel) != seen);
+
     updatePathFlags();
+
+    // The gains that follow are scaled, so no check follows them.
+    if (const auto scale = model.gainScalePercent(); scale != 100.0f)
+        model.setCanUseMasterMode (isWithinMasterLimit (scale));
+}
+
+bool ParameterRouter::isWithinMasterLimit (float scalePercent) const noexcept
+{
+    for (int band = 0; band < bandCount; ++band)
+        if (isActive (model, band)
+            && std::abs (gainScaleBase (band) * scalePercent / 100.0f) > Settings::masterGainLimitDb)
+            return false;
+
+    return true;
 }
 
 void ParameterRouter::readCurrentUpdates (BandEngine::CurrentUpdates& updates) const noexcept

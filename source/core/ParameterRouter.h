@@ -66,9 +66,14 @@ private:
     void applyGainScale (float scalePercent);
     [[nodiscard]] float gainScaleBase (int band) const noexcept;
 
+    /** Whether Master lets every active band through at a gain scale. */
+    [[nodiscard]] bool isWithinMasterLimit (float scalePercent) const noexcept;
+
     PluginModel& model;
     BandEngine& engine;
     const Callbacks callbacks;
     std::vector<Route> routes;
     std::atomic<bool> gainScaleInProgress { false };
+    std::atomic<unsigned> pathChanges { 0 };
+    std::atomic<unsigned> soloChanges { 0 };
 };

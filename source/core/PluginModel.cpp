@@ -129,7 +129,7 @@ void PluginModel::readDesignSettings (DesignSettings& settings) const noexcept
     settings.filterPhase = filterPhase();
     settings.sampleRate = sampleRate.load (relaxed);
     settings.decimationFactor = decimationFactor.load (relaxed);
-    settings.soloActive = soloActive.load (relaxed);
+    settings.soloActive = soloActive();
     settings.mainBypass = mainBypass();
 }
 

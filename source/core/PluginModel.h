@@ -103,10 +103,28 @@ public:
     //==================================================================================================================
     // Paths: written by the parameter listener
 
-    std::atomic<bool> stereoPathActive { true };
-    std::atomic<bool> midSidePathActive { false };
-    std::atomic<bool> soloActive { false };
-    std::atomic<int> soloBand { -1 };
+    /** Which paths run. Both in one, or a block could see neither while they change places. */
+    struct Paths
+    {
+        bool stereo = true;
+        bool midSide = false;
+    };
+
+    /** What is soloed: a band, or, with a value between on and off, none of them. */
+    struct Solo
+    {
+        bool active = false;
+        int band = -1;
+    };
+
+    static_assert (std::atomic<Paths>::is_always_lock_free && std::atomic<Solo>::is_always_lock_free);
+    std::atomic<Paths> paths { Paths {} };
+    std::atomic<Solo> solo { Solo {} };
+
+    [[nodiscard]] bool stereoPathActive() const noexcept { return paths.load (relaxed).stereo; }
+    [[nodiscard]] bool midSidePathActive() const noexcept { return paths.load (relaxed).midSide; }
+    [[nodiscard]] bool soloActive() const noexcept { return solo.load (relaxed).active; }
+    [[nodiscard]] int soloBand() const noexcept { return solo.load (relaxed).band; }
 
     /** Gains from which the gain scale works after a session was loaded, in dB. */
     std::array<std::atomic<float>, bandCount> storedBandGains {};

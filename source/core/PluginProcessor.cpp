@@ -107,13 +107,11 @@ void VelmoraAudioProcessor::prepareToPlay (double sampleRate, int maxBlock)
 
 void VelmoraAudioProcessor::processBlock (juce::AudioBuffer<float>& buffer, juce::MidiBuffer&)
 {
-    audioThread.store (std::this_thread::get_id(), std::memory_order_relaxed);
     audioCallback.process (buffer, getTotalNumInputChannels(), getTotalNumOutputChannels(), getPlayHead());
 }
 
 void VelmoraAudioProcessor::processBlockBypassed (juce::AudioBuffer<float>& buffer, juce::MidiBuffer&)
 {
-    audioThread.store (std::this_thread::get_id(), std::memory_order_relaxed);
     audioCallback.processBypassed (buffer, getTotalNumInputChannels(), getTotalNumOutputChannels());
 }
 
@@ -146,7 +144,7 @@ void VelmoraAudioProcessor::updateLatency (bool force)
         model.baseLatency = base;
 
         if (force || ! host.hostIsCubase)
-            reportLatency (base + (model.fifosEngaged ? model.decimationFactor.load() : 0));
+            reportLatency (base + (model.fifosEngaged ? model.decimationFactor.load() : 0), force);
 
         audioCallback.updateLatency (base);
     } while (latency != currentLatency());
@@ -234,12 +232,13 @@ void VelmoraAudioProcessor::resetAnalysis()
     analysis.resetAnalysis();
 }
 
-void VelmoraAudioProcessor::reportLatency (int samples)
+void VelmoraAudioProcessor::reportLatency (int samples, bool atOnce)
 {
     pendingLatency = samples;
 
-    // Telling the host posts a message, which allocates. On the audio thread it waits for the timer.
-    if (mayTellHost())
+    // Telling the host posts a message, which allocates, and any thread but the message thread may be one on which
+    // audio runs, so there it waits for the timer. A host that prepares reads the figure right afterwards.
+    if (atOnce || juce::MessageManager::existsAndIsCurrentThread())
         tellPendingLatency();
 }
 
@@ -253,12 +252,6 @@ void VelmoraAudioProcessor::tellPendingLatency()
 
         tellingLatency.clear();
     }
-}
-
-bool VelmoraAudioProcessor::mayTellHost() const noexcept
-{
-    return std::this_thread::get_id() != audioThread.load (std::memory_order_relaxed)
-           || juce::MessageManager::existsAndIsCurrentThread();
 }
 
 bool VelmoraAudioProcessor::isOfflineRender() const noexcept

@@ -102,9 +102,8 @@ private:
     void timerCallback() override;
     void adoptReplacedParameters();
     void choosePreset (int id);
-    void reportLatency (int samples);
+    void reportLatency (int samples, bool atOnce);
     void tellPendingLatency();
-    [[nodiscard]] bool mayTellHost() const noexcept;
 
     const HostTraits host;
     const HostDescription hostDescription;
@@ -116,7 +115,6 @@ private:
     AudioCallback audioCallback;
     std::unique_ptr<juce::AudioProcessorValueTreeState> parameters;
     std::unique_ptr<SessionState> session;
-    std::atomic<std::thread::id> audioThread {};
     std::atomic<int> pendingLatency { -1 };
     std::atomic_flag tellingLatency;
     int mainBypassToken = 0;

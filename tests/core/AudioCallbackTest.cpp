@@ -209,7 +209,7 @@ TEST_F (AudioCallbackTest, carriesTheUnfilteredMiddleThroughWhenBothPathsRun)
     rig.setBand (1, 400.0f, 6.0f, 5.0f);
     rig.set (1, Settings::Parameter::midSide, 0.0f);
     rig.settle();
-    EXPECT_TRUE (model.stereoPathActive && model.midSidePathActive);
+    EXPECT_TRUE (model.stereoPathActive() && model.midSidePathActive());
 
     rig.runSilence (4096, 64);
     const auto response = rig.run (signals::impulse (2, 4096, 0), 64);

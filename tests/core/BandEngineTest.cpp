@@ -130,6 +130,33 @@ TEST_F (BandEngineTest, leavesAModeAloneOfflineToo)
     EXPECT_FALSE (stereo.tapsReady);
 }
 
+TEST (BandEngineReplayTest, whatChangesWhileValuesAreReadIsSentAgainBehindThem)
+{
+    PluginModel model;
+    BandEngine* engine = nullptr;
+    const std::string gain = "band_gain_0";
+    auto current = 1.0f;
+    auto readings = 0;
+    BandEngine replaying (
+        model,
+        [] { return false; },
+        [&] (BandEngine::CurrentUpdates& updates)
+        {
+            for (auto& update : updates)
+                update = { &gain, { current, current, current, current }, 1, false };
+
+            if (++readings == 1)
+            {
+                // Another thread moves the gain now, and its message overtakes what was read before.
+                current = 2.0f;
+                engine->dispatch ({ &gain, { current, current, current, current }, 1, false });
+            }
+        });
+    engine = &replaying;
+    replaying.sendCurrentUpdates();
+    EXPECT_EQ (readings, 2);
+}
+
 TEST_F (BandEngineTest, aDroppedQueueIsFollowedByTheLastValues)
 {
     rig.setBand (0, 8000.0f, 1.0f);

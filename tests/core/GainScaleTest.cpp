@@ -166,6 +166,8 @@ TEST_P (GainScaleTest, isAppliedByTheFirstPrepareToo)
     rig.set (ParameterIds::gainScale, 50.0f);
     rig.prepare (48000.0, 64);
     EXPECT_EQ (designedFilter::high (rig), plainFilter (6.0f, mix));
+    rig.waitForWorkers();
+    EXPECT_FALSE (rig.processor.model.canUseMasterMode()) << "6 dB are too many for Master";
 }
 
 TEST_P (GainScaleTest, tellsWhetherMasterCanBeUsedEachTime)

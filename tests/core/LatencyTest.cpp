@@ -253,6 +253,47 @@ TEST (LatencyReportTest, aChangeOnTheAudioThreadIsToldByTheTimer)
     EXPECT_EQ (rig.reportedLatency(), 144 + 4);
 }
 
+TEST (LatencyReportTest, aPrepareTellsAtOnceOnTheThreadThatRendersToo)
+{
+    PluginRig rig;
+    auto before = 0;
+    auto after = 0;
+
+    // A renderer prepares and runs on one thread, and reads the figure right after the prepare.
+    std::thread renderer (
+        [&]
+        {
+            rig.prepare (48000.0, 64);
+            rig.runSilence (64, 64);
+            rig.prepare (48000.0, 64);
+            before = rig.reportedLatency();
+            rig.prepare (192000.0, 64);
+            after = rig.reportedLatency();
+        });
+    renderer.join();
+    EXPECT_EQ (after, rig.trueLatency());
+    EXPECT_NE (after, before);
+}
+
+TEST (LatencyReportTest, anAudioThreadThatHasRunNoBlockYetLeavesItToTheTimer)
+{
+    PluginRig rig;
+    rig.prepare (48000.0, 64);
+    const auto before = rig.reportedLatency();
+    auto onTheThread = 0;
+
+    std::thread audio (
+        [&]
+        {
+            rig.set (ParameterIds::mode,
+                     1.0f - rig.processor.getAPVTS().getRawParameterValue (ParameterIds::mode)->load());
+            onTheThread = rig.reportedLatency();
+        });
+    audio.join();
+    EXPECT_EQ (onTheThread, before);
+    PluginRig::serveMessagesUntil ([&] { return rig.reportedLatency() != before; });
+}
+
 TEST (LatencyReportTest, aRateThatIsNotServedKeepsFactorAndLatency)
 {
     PluginRig rig;

@@ -210,10 +210,14 @@ TEST_F (LiveLevelMatchTest, standsStillUnderTheMainBypass)
 {
     run (4.0);
     const auto gain = match.gain();
+    const auto pointer = match.pointerGain();
     const auto output = meters.matchOutputLoudness();
+    EXPECT_EQ (rig.processor.model.levelMatchPointer, pointer);
     rig.set (ParameterIds::bypass, 1.0f);
     run (4.0, 0.01);
     EXPECT_EQ (match.gain(), gain);
+    EXPECT_EQ (match.pointerGain(), pointer);
+    EXPECT_EQ (rig.processor.model.levelMatchPointer, pointer);
     EXPECT_EQ (meters.matchOutputLoudness(), output);
     rig.set (ParameterIds::bypass, 0.0f);
     run (4.0, 0.01);

@@ -47,7 +47,7 @@ protected:
             rig.set (2, Kind::gain, 0.0f);
         }
 
-        EXPECT_EQ (rig.processor.model.midSidePathActive,
+        EXPECT_EQ (rig.processor.model.midSidePathActive(),
                    GetParam().bands != Bands::none && GetParam().channelCount == 2);
         rig.settle();
     }

@@ -19,7 +19,7 @@ protected:
 
     [[nodiscard]] std::pair<bool, bool> pathFlags() const
     {
-        return { model.stereoPathActive, model.midSidePathActive };
+        return { model.stereoPathActive(), model.midSidePathActive() };
     }
 
     /** How many messages `change` posts to each worker. The workers are kept from their messages meanwhile. */
@@ -130,15 +130,15 @@ TEST_F (ParameterRouterTest, aMonoLayoutIgnoresMidSide)
 TEST_F (ParameterRouterTest, releasingAnySoloEndsAllSolo)
 {
     rig.set (3, Kind::solo, 1.0f);
-    EXPECT_TRUE (model.soloActive);
-    EXPECT_EQ (model.soloBand, 3);
+    EXPECT_TRUE (model.soloActive());
+    EXPECT_EQ (model.soloBand(), 3);
 
     rig.set (7, Kind::solo, 1.0f);
-    EXPECT_EQ (model.soloBand, 7);
+    EXPECT_EQ (model.soloBand(), 7);
 
     rig.set (3, Kind::solo, 0.0f);
-    EXPECT_FALSE (model.soloActive) << "band 8 is still switched to solo, but the last message rules";
-    EXPECT_EQ (model.soloBand, -1);
+    EXPECT_FALSE (model.soloActive()) << "band 8 is still switched to solo, but the last message rules";
+    EXPECT_EQ (model.soloBand(), -1);
 }
 
 TEST_F (ParameterRouterTest, theEndOfASoloSendsTheTenCurrentSettings)

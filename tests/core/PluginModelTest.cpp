@@ -50,10 +50,10 @@ TEST_F (PluginModelTest, startsAsAFreshInstance)
     EXPECT_EQ (model.sampleRate, 0.0);
     EXPECT_EQ (model.decimationFactor, 1);
     EXPECT_EQ (model.baseLatency, 0);
-    EXPECT_TRUE (model.stereoPathActive);
-    EXPECT_FALSE (model.midSidePathActive);
-    EXPECT_FALSE (model.soloActive);
-    EXPECT_EQ (model.soloBand, -1);
+    EXPECT_TRUE (model.stereoPathActive());
+    EXPECT_FALSE (model.midSidePathActive());
+    EXPECT_FALSE (model.soloActive());
+    EXPECT_EQ (model.soloBand(), -1);
     EXPECT_TRUE (model.canUseMasterMode());
     EXPECT_TRUE (model.editorClosed);
     EXPECT_EQ (model.threadPriority, 0);

@@ -200,12 +200,12 @@ TEST (ProcessorShellTest, soloAndBypassFromBeforeTheFirstPrepareHold)
     rig.set (6, Settings::Parameter::solo, 1.0f);
     rig.set (8, Settings::Parameter::solo, 1.0f);
     rig.set (ParameterIds::bypass, 1.0f);
-    EXPECT_FALSE (rig.processor.model.soloActive);
+    EXPECT_FALSE (rig.processor.model.soloActive());
     EXPECT_FALSE (rig.processor.model.mainBypass());
 
     rig.prepare (48000.0, 64);
-    EXPECT_TRUE (rig.processor.model.soloActive);
-    EXPECT_EQ (rig.processor.model.soloBand, 6) << "the lowest soloed band";
+    EXPECT_TRUE (rig.processor.model.soloActive());
+    EXPECT_EQ (rig.processor.model.soloBand(), 6) << "the lowest soloed band";
     EXPECT_TRUE (rig.processor.model.mainBypass());
 }
 
@@ -215,12 +215,12 @@ TEST (ProcessorShellTest, aLayoutThatBecomesStereoTakesOverWhatMonoIgnored)
     rig.prepare (48000.0, 64, 1);
     rig.setBand (3, 8000.0f, 3.0f);
     rig.set (3, Settings::Parameter::midSide, 0.0f);
-    EXPECT_FALSE (rig.processor.model.midSidePathActive);
+    EXPECT_FALSE (rig.processor.model.midSidePathActive());
 
     rig.prepare (48000.0, 64, 2);
     rig.settle();
-    EXPECT_TRUE (rig.processor.model.midSidePathActive);
-    EXPECT_FALSE (rig.processor.model.stereoPathActive);
+    EXPECT_TRUE (rig.processor.model.midSidePathActive());
+    EXPECT_FALSE (rig.processor.model.stereoPathActive());
     const auto mid = rig.designedTaps (BlockProcessorMode::mid).linearHigh;
     EXPECT_NEAR (signals::magnitudeDb ({ mid.taps().begin(), mid.taps().end() }, 8000.0, 48000.0), 3.0, 0.1);
 }

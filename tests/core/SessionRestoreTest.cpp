@@ -104,8 +104,8 @@ TEST (SessionRestoreTest, aBlockSoundsTheSameWhateverWasSetBefore)
         std::ignore = outputOf (*changed);
         sessions::load (changed->processor, soloBlock (second));
 
-        EXPECT_TRUE (changed->processor.model.soloActive);
-        EXPECT_EQ (changed->processor.model.soloBand, second);
+        EXPECT_TRUE (changed->processor.model.soloActive());
+        EXPECT_EQ (changed->processor.model.soloBand(), second);
         EXPECT_LE (largestDifference (outputOf (*changed), outputOf (*fresh)), ringing) << first << " to " << second;
     }
 }
@@ -119,7 +119,7 @@ TEST (SessionRestoreTest, aBlockWithoutSoloEndsTheSolo)
 
     const auto fresh = makeRig (true);
     sessions::load (fresh->processor, fullBlock());
-    EXPECT_FALSE (rig->processor.model.soloActive);
+    EXPECT_FALSE (rig->processor.model.soloActive());
     EXPECT_LE (largestDifference (outputOf (*rig), outputOf (*fresh)), ringing);
 }
 
@@ -132,8 +132,8 @@ TEST (SessionRestoreTest, theOtherSideOfTheComparisonIsHeard)
     rig->set (1, Kind::midSide, 0.5f);
     rig->set (1, Kind::gain, -6.0f);
     rig->processor.sessionState().compareSwitch (true);
-    EXPECT_TRUE (rig->processor.model.midSidePathActive);
-    EXPECT_FALSE (rig->processor.model.stereoPathActive);
+    EXPECT_TRUE (rig->processor.model.midSidePathActive());
+    EXPECT_FALSE (rig->processor.model.stereoPathActive());
 
     const auto fresh = makeRig (true);
     fresh->setBand (1, 1000.0f, 6.0f);
