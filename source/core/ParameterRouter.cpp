@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 using Kind = Settings::Parameter;
 
@@ -58,6 +59,8 @@ ParameterRouter::ParameterRouter (PluginModel& modelToUse, BandEngine& engineToU
             const auto id = ParameterIds::ofBand (band, kind);
             routes.push_back ({ id, id.toStdString(), kind, band });
         }
+
+    forgetHeardGains();
 }
 
 void ParameterRouter::addListeners (juce::AudioProcessorValueTreeState& tree)
@@ -116,7 +119,10 @@ void ParameterRouter::bandChanged (const Route& route, float value)
     }
 
     if (route.kind == Kind::gain)
+    {
+        heardGain (route.band).store (value, std::memory_order_relaxed);
         updatePathFlags();
+    }
 
     if (route.kind == Kind::solo)
         soloChanged (route, value);
@@ -139,6 +145,7 @@ void ParameterRouter::midSideChanged (const Route& route, float value)
     updatePathFlags();
 
     const auto base = gainScaleInProgress ? gainScaleBase (route.band) : model.getBandValue (route.band, Kind::gain);
+    heardGain (route.band).store (base, std::memory_order_relaxed);
     const auto gain = model.gainScalePercent() / 100.0f * base;
     const auto isStereoBand = value == 0.5f;
     const auto stereo = isStereoBand ? gain : 0.0f;
@@ -191,7 +198,9 @@ void ParameterRouter::applyGainScale (float scalePercent)
         if (! isActive (model, band))
             continue;
 
-        const auto gain = gainScaleBase (band) * scalePercent / 100.0f;
+        const auto base = gainScaleBase (band);
+        heardGain (band).store (base, std::memory_order_relaxed);
+        const auto gain = base * scalePercent / 100.0f;
         updates[count++] = sameForAllModes (
             gainNames[static_cast<std::size_t> (band)], withinFilterLimits (gain, model.filterMode()), true);
     }
@@ -253,23 +262,30 @@ bool ParameterRouter::isWithinMasterLimit (float scalePercent) const noexcept
     return true;
 }
 
+void ParameterRouter::forgetHeardGains() noexcept
+{
+    for (auto& gain : heardGains)
+        gain.store (std::numeric_limits<float>::quiet_NaN(), std::memory_order_relaxed);
+}
+
 void ParameterRouter::readCurrentUpdates (BandEngine::CurrentUpdates& updates) const noexcept
 {
     const auto scalePercent = model.gainScalePercent();
-    const auto scaled = scalePercent != 100.0f;
 
     for (int band = 0; band < bandCount; ++band)
     {
         const auto index = static_cast<std::size_t> (band);
+        const auto gain = model.getBandValue (band, Kind::gain);
+        const auto heard = heardGains[index].load (std::memory_order_relaxed);
+        const auto scaled = scalePercent != 100.0f;
+        const auto base = ! std::isnan (heard) ? heard : scaled ? gainScaleBase (band) : gain;
 
         if (model.mainBypass() && isActive (model, band))
             updates[index] = sameForAllModes (bypassNames[index], 1.0f);
-        else if (scaled)
-            updates[index] =
-                sameForAllModes (gainNames[index],
-                                 withinFilterLimits (gainScaleBase (band) * scalePercent / 100.0f, model.filterMode()),
-                                 true);
+        else if (scaled || base != gain)
+            updates[index] = sameForAllModes (
+                gainNames[index], withinFilterLimits (base * scalePercent / 100.0f, model.filterMode()), true);
         else
-            updates[index] = sameForAllModes (gainNames[index], model.getBandValue (band, Kind::gain));
+            updates[index] = sameForAllModes (gainNames[index], gain);
     }
 }

@@ -3,6 +3,8 @@
 #include "core/BandEngine.h"
 #include "core/PluginModel.h"
 
+#include <array>
+#include <atomic>
 #include <functional>
 #include <string>
 #include <vector>
@@ -46,8 +48,13 @@ public:
     /** Sends the main bypass to the filters of all active bands. */
     void applyMainBypass();
 
-    /** The ten updates that bring any mode to the current settings: each band's gain, with the gain scale where that is
-        not 100, or its bypass while the main bypass is on. Any thread; real-time safe. */
+    /** Forgets from which gains the sound was made, when a session replaces them all. */
+    void forgetHeardGains() noexcept;
+
+    /** The ten updates that bring any mode to the current settings without changing what is heard: each band's gain,
+        with the gain scale where that is not 100, or its bypass while the main bypass is on. Any thread; real-time
+       safe.
+     */
     void readCurrentUpdates (BandEngine::CurrentUpdates& updates) const noexcept;
 
 private:
@@ -66,6 +73,11 @@ private:
     void applyGainScale (float scalePercent);
     [[nodiscard]] float gainScaleBase (int band) const noexcept;
 
+    [[nodiscard]] std::atomic<float>& heardGain (int band) noexcept
+    {
+        return heardGains[static_cast<std::size_t> (band)];
+    }
+
     /** Whether Master lets every active band through at a gain scale. */
     [[nodiscard]] bool isWithinMasterLimit (float scalePercent) const noexcept;
 
@@ -74,6 +86,11 @@ private:
     const Callbacks callbacks;
     std::vector<Route> routes;
     std::atomic<bool> gainScaleInProgress { false };
+
+    /** The gain in dB, without the scale, from which each band's sound was last made: the parameter's, or that of the
+        session where the gain scale worked from it. Not a number where none was since a session came. */
+    std::array<std::atomic<float>, bandCount> heardGains;
+
     std::atomic<unsigned> pathChanges { 0 };
     std::atomic<unsigned> soloChanges { 0 };
 };

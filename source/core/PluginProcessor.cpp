@@ -167,6 +167,8 @@ void VelmoraAudioProcessor::adoptReplacedParameters()
 
     // They came one after the other and not in an order that solo and paths can follow: the band that ends its solo may
     // come behind the one that begins it.
+    router.forgetHeardGains();
+
     if (model.sampleRate > 0.0)
     {
         router.readCurrentParameters();

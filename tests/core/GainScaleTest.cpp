@@ -135,6 +135,40 @@ TEST_P (GainScaleTest, worksFromTheSessionsGainsOnceASessionWasLoaded)
     EXPECT_EQ (designedFilter::high (rig), plainFilter (3.0f, mix));
 }
 
+TEST_P (GainScaleTest, aReplayChangesNothingThatIsHeard)
+{
+    // After a load the scale works from the session's gains, and a gain that is moved later is heard as it is moved.
+    // The end of a solo sends all bands anew.
+    prepare (rig, mix);
+    rig.setBand (0, 8000.0f, 6.0f);
+    juce::MemoryBlock session;
+    rig.processor.getStateInformation (session);
+    rig.processor.setStateInformation (session.getData(), static_cast<int> (session.getSize()));
+    const auto endSolo = [this]
+    {
+        rig.set (3, Kind::solo, 1.0f);
+        rig.set (3, Kind::solo, 0.0f);
+        rig.waitForWorkers();
+    };
+
+    rig.set (ParameterIds::gainScale, 50.0f);
+    rig.set (0, Kind::gain, -6.0f);
+    EXPECT_EQ (designedFilter::high (rig), plainFilter (-3.0f, mix));
+    endSolo();
+    EXPECT_EQ (designedFilter::high (rig), plainFilter (-3.0f, mix));
+
+    rig.set (ParameterIds::gainScale, 100.0f);
+    EXPECT_EQ (designedFilter::high (rig), plainFilter (6.0f, mix));
+    endSolo();
+    EXPECT_EQ (designedFilter::high (rig), plainFilter (6.0f, mix));
+
+    // Another session brings its own.
+    rig.processor.setStateInformation (session.getData(), static_cast<int> (session.getSize()));
+    rig.set (0, Kind::gain, 2.0f);
+    rig.processor.setStateInformation (session.getData(), static_cast<int> (session.getSize()));
+    EXPECT_EQ (designedFilter::high (rig), plainFilter (6.0f, mix));
+}
+
 TEST_P (GainScaleTest, aMidSideChangeIsScaledAndNotClamped)
 {
     prepare (rig, mix);
