@@ -1,5 +1,5 @@
 #include "support/DesignedFilter.h"
-#include "support/PluginRig.h"
+#include "support/SessionRig.h"
 
 #include <gtest/gtest.h>
 
@@ -126,9 +126,7 @@ TEST_P (GainScaleTest, worksFromTheSessionsGainsOnceASessionWasLoaded)
 {
     prepare (rig, mix);
     rig.setBand (0, 8000.0f, 6.0f);
-    juce::MemoryBlock session;
-    rig.processor.getStateInformation (session);
-    rig.processor.setStateInformation (session.getData(), static_cast<int> (session.getSize()));
+    sessions::load (rig.processor, sessions::save (rig.processor));
 
     rig.set (0, Kind::gain, 4.0f);
     rig.set (ParameterIds::gainScale, 50.0f);
@@ -141,9 +139,8 @@ TEST_P (GainScaleTest, aReplayChangesNothingThatIsHeard)
     // The end of a solo sends all bands anew.
     prepare (rig, mix);
     rig.setBand (0, 8000.0f, 6.0f);
-    juce::MemoryBlock session;
-    rig.processor.getStateInformation (session);
-    rig.processor.setStateInformation (session.getData(), static_cast<int> (session.getSize()));
+    const auto session = sessions::save (rig.processor);
+    sessions::load (rig.processor, session);
     const auto endSolo = [this]
     {
         rig.set (3, Kind::solo, 1.0f);
@@ -163,9 +160,9 @@ TEST_P (GainScaleTest, aReplayChangesNothingThatIsHeard)
     EXPECT_EQ (designedFilter::high (rig), plainFilter (6.0f, mix));
 
     // Another session brings its own.
-    rig.processor.setStateInformation (session.getData(), static_cast<int> (session.getSize()));
+    sessions::load (rig.processor, session);
     rig.set (0, Kind::gain, 2.0f);
-    rig.processor.setStateInformation (session.getData(), static_cast<int> (session.getSize()));
+    sessions::load (rig.processor, session);
     EXPECT_EQ (designedFilter::high (rig), plainFilter (6.0f, mix));
 }
 
