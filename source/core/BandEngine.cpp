@@ -104,21 +104,9 @@ bool BandEngine::rebuildPending()
     return any;
 }
 
-template <typename Send>
-void BandEngine::untilNothingNewCame (Send send)
-{
-    unsigned seen;
-
-    do
-    {
-        seen = dispatchCount.load (std::memory_order_acquire);
-        send();
-    } while (dispatchCount.fetch_add (0, std::memory_order_acq_rel) != seen);
-}
-
 void BandEngine::sendCurrentUpdates()
 {
-    untilNothingNewCame (
+    dispatched.untilSettled (
         [this]
         {
             CurrentUpdates updates;
@@ -129,7 +117,7 @@ void BandEngine::sendCurrentUpdates()
 
 void BandEngine::dispatch (std::span<const BandUpdate> updates)
 {
-    dispatchCount.fetch_add (1, std::memory_order_acq_rel);
+    dispatched.raise();
     send (updates);
 }
 
@@ -281,7 +269,7 @@ void BandEngine::postCurrentUpdates (Lane& target)
 {
     const auto index = static_cast<std::size_t> (target.block.mode());
 
-    untilNothingNewCame (
+    dispatched.untilSettled (
         [this, &target, index]
         {
             CurrentUpdates updates;

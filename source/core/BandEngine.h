@@ -2,6 +2,7 @@
 
 #include "core/PluginModel.h"
 #include "dsp/BlockProcessor.h"
+#include "dsp/ChangeCount.h"
 #include "dsp/ParameterWorker.h"
 
 #include <array>
@@ -106,11 +107,6 @@ private:
     /** Spreads updates, or applies them where the host renders offline. */
     void send (std::span<const BandUpdate> updates);
 
-    /** For what is sent from values read before: sends again if another thread has sent a newer one meanwhile, which
-        would otherwise be overwritten. */
-    template <typename Send>
-    void untilNothingNewCame (Send send);
-
     void applySynchronously (std::span<const BandUpdate> updates);
     void publishResponse (const BlockProcessor& display);
     void postCurrentUpdates (Lane& target);
@@ -121,6 +117,7 @@ private:
     std::array<std::unique_ptr<Lane>, modeCount> lanes;
     std::size_t serviceIndex = 0;
 
-    /** Counts changes that were sent; those who send current values leave it alone. */
-    std::atomic<unsigned> dispatchCount { 0 };
+    /** Raised for changes that are sent. Current values, which are read first, would overwrite a newer one otherwise.
+     */
+    ChangeCount dispatched;
 };

@@ -137,7 +137,7 @@ void ParameterRouter::bandChanged (const Route& route, float value)
 void ParameterRouter::soloChanged (const Route& route, float value) noexcept
 {
     model.solo = { value != 0.0f, value == 1.0f ? route.band : -1 };
-    soloChanges.fetch_add (1, std::memory_order_acq_rel);
+    soloChanges.raise();
 }
 
 void ParameterRouter::midSideChanged (const Route& route, float value)
@@ -158,22 +158,19 @@ void ParameterRouter::midSideChanged (const Route& route, float value)
 
 void ParameterRouter::updatePathFlags() noexcept
 {
-    pathChanges.fetch_add (1, std::memory_order_acq_rel);
-    unsigned seen;
+    pathChanges.raise();
+    pathChanges.untilSettled (
+        [this]
+        {
+            auto stereo = false;
+            auto midSide = false;
 
-    // Again if another thread has changed a band meanwhile: whoever ends last has seen all of them.
-    do
-    {
-        seen = pathChanges.load (std::memory_order_acquire);
-        auto stereo = false;
-        auto midSide = false;
+            for (int band = 0; band < bandCount; ++band)
+                if (isActive (model, band))
+                    (model.getBandValue (band, Kind::midSide) == 0.5f ? stereo : midSide) = true;
 
-        for (int band = 0; band < bandCount; ++band)
-            if (isActive (model, band))
-                (model.getBandValue (band, Kind::midSide) == 0.5f ? stereo : midSide) = true;
-
-        model.paths = { stereo || ! midSide, midSide };
-    } while (pathChanges.fetch_add (0, std::memory_order_acq_rel) != seen);
+            model.paths = { stereo || ! midSide, midSide };
+        });
 }
 
 float ParameterRouter::gainScaleBase (int band) const noexcept
@@ -231,19 +228,17 @@ void ParameterRouter::readCurrentParameters()
     if (model.mainBypass() != model.bypassParameterOn())
         model.setMainBypass (model.bypassParameterOn());
 
-    unsigned seen;
+    soloChanges.untilSettled (
+        [this]
+        {
+            auto soloed = -1;
 
-    do
-    {
-        seen = soloChanges.load (std::memory_order_acquire);
-        auto soloed = -1;
+            for (int band = bandCount; --band >= 0;)
+                if (model.getBandValue (band, Kind::solo) == 1.0f)
+                    soloed = band;
 
-        for (int band = bandCount; --band >= 0;)
-            if (model.getBandValue (band, Kind::solo) == 1.0f)
-                soloed = band;
-
-        model.solo = { soloed >= 0, soloed };
-    } while (soloChanges.fetch_add (0, std::memory_order_acq_rel) != seen);
+            model.solo = { soloed >= 0, soloed };
+        });
 
     updatePathFlags();
 

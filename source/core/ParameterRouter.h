@@ -2,6 +2,7 @@
 
 #include "core/BandEngine.h"
 #include "core/PluginModel.h"
+#include "dsp/ChangeCount.h"
 
 #include <array>
 #include <atomic>
@@ -91,6 +92,6 @@ private:
         session where the gain scale worked from it. Not a number where none was since a session came. */
     std::array<std::atomic<float>, bandCount> heardGains;
 
-    std::atomic<unsigned> pathChanges { 0 };
-    std::atomic<unsigned> soloChanges { 0 };
+    ChangeCount pathChanges;
+    ChangeCount soloChanges;
 };

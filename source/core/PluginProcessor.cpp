@@ -215,17 +215,15 @@ void VelmoraAudioProcessor::setDefaultSettings()
 void VelmoraAudioProcessor::choosePreset (int id)
 {
     presets.select (id);
-    presetChoices.fetch_add (1, std::memory_order_acq_rel);
-    unsigned taken;
-
-    // Again if another thread has chosen meanwhile: whoever ends last leaves the target of the preset that is current.
-    do
-    {
-        taken = presetChoices.load (std::memory_order_acquire);
-        const auto numbers = presets.numbersOf (presets.currentPreset());
-        target.set (
-            numbers.lufs, std::span (numbers.values.data(), static_cast<std::size_t> (numbers.count)), numbers.topBand);
-    } while (presetChoices.fetch_add (0, std::memory_order_acq_rel) != taken);
+    presetChoices.raise();
+    presetChoices.untilSettled (
+        [this]
+        {
+            const auto numbers = presets.numbersOf (presets.currentPreset());
+            target.set (numbers.lufs,
+                        std::span (numbers.values.data(), static_cast<std::size_t> (numbers.count)),
+                        numbers.topBand);
+        });
 }
 
 void VelmoraAudioProcessor::resetAnalysis()

@@ -9,6 +9,7 @@
 #include "core/Presets.h"
 #include "core/SessionState.h"
 #include "core/SettingsUtilities.h"
+#include "dsp/ChangeCount.h"
 
 #include <juce_audio_processors/juce_audio_processors.h>
 
@@ -118,7 +119,7 @@ private:
     std::atomic<int> pendingLatency { -1 };
     std::atomic_flag tellingLatency;
     int mainBypassToken = 0;
-    std::atomic<unsigned> presetChoices { 0 };
+    ChangeCount presetChoices;
 
     JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR (VelmoraAudioProcessor)
 };

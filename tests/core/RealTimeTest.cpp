@@ -252,9 +252,6 @@ TEST_P (RealTimeTest, aNewRateLeavesTheCallbackAsItWas)
 
 TEST_P (RealTimeTest, theListenerTakesNoMoreThanTheQueuesLocksAndTheNotifyLock)
 {
-    if (! RealTimeGuard::countsLocks())
-        return;
-
     ParameterRouter router (rig.processor.model, rig.processor.bandEngine(), { [] {}, [] (int) {} });
 
     struct Expectation
@@ -290,7 +287,7 @@ TEST_P (RealTimeTest, theListenerTakesNoMoreThanTheQueuesLocksAndTheNotifyLock)
 
                 if (! GetParam().offline)
                 {
-                    EXPECT_EQ (guard.locks(), liveLocks) << id;
+                    EXPECT_EQ (guard.locks(), RealTimeGuard::countsLocks() ? liveLocks : 0) << id;
                 }
             }
         });
