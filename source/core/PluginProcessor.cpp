@@ -1,5 +1,7 @@
 #include "core/PluginProcessor.h"
 
+#include "core/MessageThreadPause.h"
+
 namespace
 {
 constexpr int timerIntervalMilliseconds = 50;
@@ -30,6 +32,9 @@ VelmoraAudioProcessor::VelmoraAudioProcessor (const HostDescription& description
       analysis (model, target, [this] { return loudnessMeters().inputLoudness(); }),
       audioCallback (model, engine, analysis, host, hostDescription, [this] { return isOfflineRender(); })
 {
+    // Not every wrapper keeps its message thread away from an instance that comes or goes.
+    const MessageThreadPause pause (wrapperType != wrapperType_Undefined);
+
     if (settingsFileUse == SettingsFile::use)
         loadSettings();
     else
@@ -52,6 +57,7 @@ VelmoraAudioProcessor::VelmoraAudioProcessor (const HostDescription& description
 
 VelmoraAudioProcessor::~VelmoraAudioProcessor()
 {
+    const MessageThreadPause pause (wrapperType != wrapperType_Undefined);
     stopTimer();
 
     if (settingsFileUse == SettingsFile::use)
@@ -63,6 +69,10 @@ VelmoraAudioProcessor::~VelmoraAudioProcessor()
     analysis.joinThreads();
     router.removeListeners (*parameters);
     model.channels.remove (mainBypassToken);
+
+    // The framework's own timer calls the parameters: they go before the message thread may call again.
+    session.reset();
+    parameters.reset();
 }
 
 void VelmoraAudioProcessor::prepareToPlay (double sampleRate, int maxBlock)
