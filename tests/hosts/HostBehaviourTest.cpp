@@ -28,6 +28,21 @@ void boost (HostedPlugin& plugin, float normalisedGain = loudest)
     plugin.setParameter ("Band 3 Gain", normalisedGain);
 }
 
+/** What the processor itself makes of a signal with that bell. */
+hostRun::Signal boostedByTheProcessor (const hostRun::Signal& input, float normalisedOutputGain = 0.5f)
+{
+    PluginRig rig;
+    rig.renderOffline();
+    rig.prepare (sampleRate, blockSize);
+    const auto& tree = rig.processor.getAPVTS();
+    tree.getParameter (ParameterIds::ofBand (2, Settings::Parameter::active))->setValueNotifyingHost (1.0f);
+    tree.getParameter (ParameterIds::ofBand (2, Settings::Parameter::gain))->setValueNotifyingHost (loudest);
+    tree.getParameter (ParameterIds::outputGain)->setValueNotifyingHost (normalisedOutputGain);
+    rig.settle();
+    rig.runSilence (settleFrames, blockSize);
+    return rig.run (input, blockSize);
+}
+
 class HostBehaviourTest : public testing::TestWithParam<PluginFormat>
 {
 protected:
@@ -122,11 +137,8 @@ TEST_P (HostBehaviourTest, aStateSavedInAnotherProcessBringsEveryParameterAndThe
     start();
     EXPECT_EQ (plugin->state(), reference->state());
 
-    // Where the format restores a state into a running instance, the workers bring it back.
     const auto input = signals::noise (2, 8192, 33);
-    const auto expected = hostRun::run (*reference, input, blockSize);
-    EXPECT_EQ (hostRun::differenceOnceDesigned (*plugin, input, expected, blockSize), 0.0f);
-    EXPECT_GT (hostRun::differenceFromDelayed (expected, input, 228), 0.01f);
+    EXPECT_TRUE (hostRun::soundTheSameOnceDesigned (*reference, *plugin, input, 228, blockSize));
 }
 
 TEST_P (HostBehaviourTest, blocksWithoutASampleChangeNothing)
@@ -143,11 +155,11 @@ TEST_P (HostBehaviourTest, inputThatIsNoNumberOrTooLargeLeavesNothingBehind)
 {
     start();
     boost (*plugin);
-    hostRun::settle (*plugin, 2, blockSize);
 
+    // Before anything is written down, the bell is there.
     const auto clean = signals::noise (2, 8192, 35);
-    const auto expected = hostRun::run (*plugin, clean, blockSize);
-    hostRun::settle (*plugin, 2, blockSize);
+    const auto expected = boostedByTheProcessor (clean);
+    ASSERT_EQ (hostRun::differenceOnceDesigned (*plugin, clean, expected, blockSize), 0.0f);
 
     for (const auto bad : { std::numeric_limits<float>::quiet_NaN(),
                             std::numeric_limits<float>::infinity(),
@@ -205,6 +217,17 @@ protected:
 
     void settle() { std::ignore = run (hostRun::Signal (2, std::vector<float> (settleFrames, 0.0f))); }
 
+    /** Whether the plug-in gives this for the input once its workers are done. */
+    [[nodiscard]] bool comesToSoundAs (const hostRun::Signal& expected, const hostRun::Signal& input)
+    {
+        return hostRun::comesTrue (
+            [&]
+            {
+                settle();
+                return hostRun::differenceFromDelayed (run (input), expected, 0) == 0.0f;
+            });
+    }
+
     void set (const std::string& name, float value)
     {
         const auto index = host.findParameter (name);
@@ -223,9 +246,9 @@ TEST_F (ClassicInterfaceTest, theHostsBypassSwitchActs)
     set ("Band 3 Active", 1.0f);
     set ("Band 3 Gain", loudest);
     set ("Output Gain", 0.25f);
-    settle();
-    const auto equalised = run (input);
+    const auto equalised = boostedByTheProcessor (input, 0.25f);
     EXPECT_GT (hostRun::differenceFromDelayed (equalised, input, trueDelay), 0.1f);
+    ASSERT_TRUE (comesToSoundAs (equalised, input));
 
     EXPECT_EQ (host.dispatch (setBypassOpcode, 0, 1), 1);
     settle();

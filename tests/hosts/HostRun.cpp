@@ -49,19 +49,51 @@ void hostRun::settle (HostedPlugin& plugin, int channelCount, int blockSize)
     std::ignore = run (plugin, silence, std::min (blockSize, 64));
 }
 
-float hostRun::differenceOnceDesigned (HostedPlugin& plugin, const Signal& input, const Signal& expected, int blockSize)
+bool hostRun::comesTrue (const std::function<bool()>& condition)
 {
     const auto end = std::chrono::steady_clock::now() + longestDesign;
-    const auto channelCount = static_cast<int> (input.size());
 
-    for (;;)
-    {
-        settle (plugin, channelCount, blockSize);
-        const auto difference = differenceFromDelayed (run (plugin, input, blockSize), expected, 0);
+    while (! condition())
+        if (std::chrono::steady_clock::now() > end)
+            return false;
 
-        if (difference == 0.0f || std::chrono::steady_clock::now() > end)
-            return difference;
-    }
+    return true;
+}
+
+float hostRun::differenceOnceDesigned (HostedPlugin& plugin, const Signal& input, const Signal& expected, int blockSize)
+{
+    auto difference = 0.0f;
+
+    std::ignore = comesTrue (
+        [&]
+        {
+            settle (plugin, static_cast<int> (input.size()), blockSize);
+            difference = differenceFromDelayed (run (plugin, input, blockSize), expected, 0);
+            return difference == 0.0f;
+        });
+
+    return difference;
+}
+
+bool hostRun::soundTheSameOnceDesigned (HostedPlugin& first,
+                                        HostedPlugin& second,
+                                        const Signal& input,
+                                        int delay,
+                                        int blockSize)
+{
+    constexpr auto flatness = 0.01f;
+
+    return comesTrue (
+        [&]
+        {
+            const auto channelCount = static_cast<int> (input.size());
+            settle (first, channelCount, blockSize);
+            settle (second, channelCount, blockSize);
+            const auto output = run (first, input, blockSize);
+
+            return differenceFromDelayed (output, input, delay) > flatness
+                   && differenceFromDelayed (run (second, input, blockSize), output, 0) == 0.0f;
+        });
 }
 
 float hostRun::differenceFromDelayed (const Signal& output, const Signal& input, int delay)

@@ -18,9 +18,17 @@ using Signal = PluginRig::Signal;
 void settle (HostedPlugin& plugin, int channelCount, int blockSize);
 
 /** Sends a signal through again and again, until the plug-in's workers have designed what it gives for `expected`.
-   Returns how far the last turn is from it: 0, or what is left after a minute. */
+    Returns how far the last turn is from it: 0, or what is left after a minute. */
 [[nodiscard]] float
 differenceOnceDesigned (HostedPlugin& plugin, const Signal& input, const Signal& expected, int blockSize);
+
+/** Whether two plug-ins come to give the same for a signal, and more than the signal `delay` samples later, once their
+    workers are done. */
+[[nodiscard]] bool
+soundTheSameOnceDesigned (HostedPlugin& first, HostedPlugin& second, const Signal& input, int delay, int blockSize);
+
+/** Asks again and again until the answer is yes, for a minute at most; what it asks may be slow. */
+[[nodiscard]] bool comesTrue (const std::function<bool()>& condition);
 
 /** How far a signal is from another one, `delay` samples later: the largest difference. */
 [[nodiscard]] float differenceFromDelayed (const Signal& output, const Signal& input, int delay);
