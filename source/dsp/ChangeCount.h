@@ -7,7 +7,7 @@
 
     A thread that has changed a value raises the count. Whoever works from values looks at the count afterwards, and
     works again if it has moved meanwhile: either the change is seen there, or what was worked out is in place before
-   the other thread begins. Any thread; real-time safe as far as the work is. */
+    the other thread begins. Any thread; real-time safe as far as the work is. */
 class ChangeCount
 {
 public:

@@ -14,11 +14,6 @@ float finiteOrZero (float value) noexcept
 }
 } // namespace
 
-GainTargets::GainTargets() noexcept
-{
-    clear();
-}
-
 bool GainTargets::updateGainTargets (Values bandLevels,
                                      Values targets,
                                      float lufsDifference,

@@ -15,8 +15,6 @@ class GainTargets
 public:
     using Values = std::span<const float, analysisBandCount>;
 
-    GainTargets() noexcept;
-
     /** Computes the ten values from measured levels and targets, less the difference of the overall loudness, so that
         they show tonal balance alone. A value that is not finite becomes 0. Real-time safe.
 
@@ -28,7 +26,7 @@ public:
     /** Sets the ten values to 0. The values to compare the next with stay. Any thread. */
     void clear() noexcept;
 
-    std::array<std::atomic<float>, analysisBandCount> gainTarget;
+    std::array<std::atomic<float>, analysisBandCount> gainTarget {};
 
     /** The largest move of the last update, in dB. */
     std::atomic<float> maxChange { 0.0f };

@@ -4,9 +4,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <atomic>
-#include <thread>
-
 namespace
 {
 using testing::Each;
@@ -150,29 +147,5 @@ TEST_F (ChosenPresetTest, userSettingIsOfferedOnceASessionBringsOne)
     EXPECT_FALSE (offersUserSetting());
     sessions::loadElements (processor, "<settings lufs-overall=\"-8.5\" target-set-user=\"1\"/>");
     EXPECT_TRUE (offersUserSetting());
-}
-
-TEST_F (ChosenPresetTest, twoThreadsThatChooseLeaveTheTargetOfThePresetThatIsCurrent)
-{
-    rig.prepare (48000.0, 64);
-
-    for (int round = 0; round < 200; ++round)
-    {
-        std::atomic<int> ready { 0 };
-        const auto chooseTogether = [&] (int first, int second)
-        {
-            ++ready;
-
-            while (ready < 2)
-                std::this_thread::yield();
-
-            choose (first);
-            choose (second);
-        };
-        std::thread other (chooseTogether, danceId, trumpetId);
-        chooseTogether (Presets::balancedMasterId, darkPopOfBassId);
-        other.join();
-        ASSERT_TRUE (isTarget (processor.presets.currentPreset().id)) << "round " << round;
-    }
 }
 } // namespace

@@ -272,7 +272,7 @@ TEST_F (SessionDamageTest, aSessionLoadedOverAndOverCanStillBeRead)
 TEST_F (SessionDamageTest, attributesAreReadUpToTheirBound)
 {
     PluginRig other;
-    loadText (other.processor, "<FOREIGN><reference-track file-path=\"" + repeated ("a", 60000) + "\"/></FOREIGN>");
+    loadText (other.processor, "<FOREIGN><reference-track file-path=\"" + repeated ("a b", 20000) + "\"/></FOREIGN>");
     EXPECT_EQ (other.processor.sessionState().referenceTracks().at (0).filePath.length(), 60000);
 
     // Written again, a quotation mark takes six characters.

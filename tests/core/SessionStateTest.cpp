@@ -442,6 +442,12 @@ TEST_F (SessionStateTest, whatIsKeptBesideTheParametersDoesNotEnterTheirTree)
     load (processor, save (processor));
     const auto tree = processor.getAPVTS().copyState();
     EXPECT_EQ (tree.getNumChildren(), 86);
+
+    // Wherever it stands.
+    loadText (processor,
+              "<ZVQ_Processor><settings width=\"800\"/><PARAM id=\"band_gain_0\" value=\"2.0\"/></ZVQ_Processor>");
+    EXPECT_EQ (processor.model.windowWidth, 800);
+    EXPECT_FALSE (processor.getAPVTS().copyState().getChildWithName ("settings").isValid());
 }
 
 //======================================================================================================================

@@ -167,6 +167,16 @@ TEST (LUFSProcessorTest, rateGoesThroughSinglePrecision)
     EXPECT_EQ (index - 1, static_cast<int> (static_cast<float> (16777219.999)) / 10);
 }
 
+TEST (LUFSProcessorTest, aPreparedStoreHoldsSilence)
+{
+    Meter meter;
+    meter.setSampleRate (1000.0);
+    meter.prepare();
+
+    for (int i = 0; i < 2000; ++i)
+        ASSERT_EQ (meter.integrated (0.0f), noReading);
+}
+
 TEST (LUFSProcessorTest, silenceKeepsIntegratedAtMinusInfinityAndGoesOnRunningTheGate)
 {
     const auto meter = meterAt (1000.0);

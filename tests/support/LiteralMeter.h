@@ -84,6 +84,21 @@ public:
         return peakValue;
     }
 
+    /** Both gates, on `blocks` in place. */
+    void runGate()
+    {
+        const auto audible = partition (blocks.size(), -70.0f);
+
+        if (audible == 0)
+            return;
+
+        const auto threshold = std::max (-70.0f, loudness (meanOf (blocks, audible)) - 10.0f);
+        const auto passing = partition (audible, threshold);
+        integratedValue = loudness (meanOf (blocks, passing));
+    }
+
+    float gatedValue() const { return integratedValue; }
+
     std::vector<float> blocks;
 
 private:
@@ -115,18 +130,6 @@ private:
 
             std::swap (blocks[front++], blocks[--end]);
         }
-    }
-
-    void runGate()
-    {
-        const auto audible = partition (blocks.size(), -70.0f);
-
-        if (audible == 0)
-            return;
-
-        const auto threshold = std::max (-70.0f, loudness (meanOf (blocks, audible)) - 10.0f);
-        const auto passing = partition (audible, threshold);
-        integratedValue = loudness (meanOf (blocks, passing));
     }
 
     int baseCount;
