@@ -117,7 +117,6 @@ private:
     std::array<std::unique_ptr<Lane>, modeCount> lanes;
     std::size_t serviceIndex = 0;
 
-    /** Raised for changes that are sent. Current values, which are read first, would overwrite a newer one otherwise.
-     */
+    /** Raised for changes that are sent. Current values, which are read first, would else overwrite a newer one. */
     ChangeCount dispatched;
 };

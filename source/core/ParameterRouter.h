@@ -52,10 +52,9 @@ public:
     /** Forgets from which gains the sound was made, when a session replaces them all. */
     void forgetHeardGains() noexcept;
 
-    /** The ten updates that bring any mode to the current settings without changing what is heard: each band's gain,
-        with the gain scale where that is not 100, or its bypass while the main bypass is on. Any thread; real-time
-       safe.
-     */
+    /** The ten updates that bring any mode to the current settings without changing what is heard: each band's
+        gain, with the gain scale where that is not 100, or its bypass while the main bypass is on.
+        Any thread; real-time safe. */
     void readCurrentUpdates (BandEngine::CurrentUpdates& updates) const noexcept;
 
 private:

@@ -175,10 +175,10 @@ void VelmoraAudioProcessor::adoptReplacedParameters()
     // USER SETTING may have new numbers although the choice is the same.
     choosePreset (static_cast<int> (model.presetNumber()));
 
-    // They came one after the other and not in an order that solo and paths can follow: the band that ends its solo may
-    // come behind the one that begins it.
     router.forgetHeardGains();
 
+    // They came one after the other and not in an order that solo and paths can follow: the band that ends its solo may
+    // come behind the one that begins it.
     if (model.sampleRate > 0.0)
     {
         router.readCurrentParameters();
