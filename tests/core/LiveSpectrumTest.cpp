@@ -2,8 +2,7 @@
 
 #include <gmock/gmock.h>
 
-#include <chrono>
-#include <thread>
+#include <algorithm>
 
 namespace
 {
@@ -145,18 +144,60 @@ TEST (FullAnalysisFifoTest, losesWhatComesLateAndNothingElse)
     EXPECT_EQ (spectra, 16);
     EXPECT_EQ (peakBin(), 100) << "there is room again";
 
-    // Nor is a block stored in part: the low samples would then make up a chunk of their own, for which a pass is
-    // woken.
-    std::atomic<int> passes { 0 };
-    const auto passToken = model.channels.add ([&] { ++passes; }, Channels::integratedLUFSAnalysisChanged);
-    const std::vector<double> low (255, 0.25);
-    analysis.feedAnalysis (low.data(), low.data(), 255, nullptr, nullptr, 0);
-    std::this_thread::sleep_for (std::chrono::milliseconds (40));
-    EXPECT_EQ (passes, 0);
-
     analysis.requestStop();
     analysis.joinThreads();
-    model.channels.remove (passToken);
     model.channels.remove (token);
+}
+
+TEST (FullAnalysisFifoTest, storesABlockAsAWholeOrNotAtAll)
+{
+    PluginModel model;
+    model.sampleRate = rate;
+    model.decimationFactor = 4;
+    model.isStereo = true;
+    TargetSet target;
+    LiveAnalysis crowded (model, target, [] { return nothing; });
+    LiveAnalysis spacious (model, target, [] { return nothing; });
+
+    // Into 4096 places, one of which stays free, go 13 blocks and a part of one.
+    constexpr auto blockLength = 300;
+    constexpr auto blockCount = 160;
+    const auto noise = signals::noise (2, blockCount * blockLength, 9);
+    const auto feed = [&noise] (LiveAnalysis& analysis, int block)
+    {
+        const auto* start = noise[0].data() + block * blockLength;
+        const std::vector<double> low (start, start + blockLength);
+        analysis.feedAnalysis (low.data(), low.data(), blockLength, nullptr, nullptr, 0);
+    };
+
+    for (auto* analysis : { &crowded, &spacious })
+    {
+        analysis->prepare();
+
+        for (int block = 0; block < 13; ++block)
+            feed (*analysis, block);
+    }
+
+    feed (crowded, 13);
+
+    for (auto* analysis : { &crowded, &spacious })
+    {
+        analysis->startThreads();
+        analysis->runPass();
+
+        for (int block = 14; block < blockCount; ++block)
+        {
+            feed (*analysis, block);
+            analysis->runPass();
+        }
+
+        analysis->requestStop();
+        analysis->joinThreads();
+    }
+
+    EXPECT_GT (spacious.bands().bandLevels[0], resetLevelDb);
+
+    for (std::size_t band = 0; band < analysisBandCount; ++band)
+        EXPECT_EQ (crowded.bands().bandLevels[band], spacious.bands().bandLevels[band]) << band;
 }
 } // namespace
