@@ -1,5 +1,7 @@
 #include "dsp/KWeighting.h"
 
+#include "dsp/SimdLanes.h"
+
 #include <array>
 #include <cmath>
 #include <cstddef>
@@ -62,7 +64,13 @@ bool isFinite (const BiQuad<float>& section) noexcept
            && std::isfinite (section.y2);
 }
 
-using Lanes = float __attribute__ ((vector_size (4 * sizeof (float))));
+/** One sample of up to four channels, or four samples of one. */
+typedef float Lanes __attribute__ ((vector_size (4 * sizeof (float))));
+
+/** The same lanes at any address of a float. */
+typedef float LanesInMemory __attribute__ ((vector_size (4 * sizeof (float)), aligned (4), may_alias));
+
+constexpr int framesAtOnce = 4;
 
 /** One section of up to four channels. The leading coefficient is 1, so the division by it is left out. */
 class SectionLanes
@@ -89,7 +97,7 @@ public:
         section.y2 = y2[lane];
     }
 
-    void process (Lanes& sample) noexcept
+    SOLVANE_ALWAYS_INLINE void process (Lanes& sample) noexcept
     {
         const auto output = sample * b0 + x1 * b1 + x2 * b2 - y1 * a1 - y2 * a2;
         x2 = x1;
@@ -140,6 +148,31 @@ void storeSignal (const SectionLanes& shelf,
         }
 }
 
+SOLVANE_ALWAYS_INLINE void load (const float* samples, Lanes& lanes) noexcept
+{
+    lanes = *reinterpret_cast<const LanesInMemory*> (samples);
+}
+
+SOLVANE_ALWAYS_INLINE void store (const Lanes& lanes, float* samples) noexcept
+{
+    *reinterpret_cast<LanesInMemory*> (samples) = lanes;
+}
+
+/** Four samples of each of four channels become four frames: channel by channel, a frame would be put together lane by
+    lane, which takes longer than to weight it. */
+SOLVANE_ALWAYS_INLINE void turnIntoFrames (Lanes (&lanes)[framesAtOnce]) noexcept
+{
+    const Lanes firstEarly = __builtin_shufflevector (lanes[0], lanes[1], 0, 4, 1, 5);
+    const Lanes firstLate = __builtin_shufflevector (lanes[0], lanes[1], 2, 6, 3, 7);
+    const Lanes secondEarly = __builtin_shufflevector (lanes[2], lanes[3], 0, 4, 1, 5);
+    const Lanes secondLate = __builtin_shufflevector (lanes[2], lanes[3], 2, 6, 3, 7);
+    lanes[0] = __builtin_shufflevector (firstEarly, secondEarly, 0, 1, 4, 5);
+    lanes[1] = __builtin_shufflevector (firstEarly, secondEarly, 2, 3, 6, 7);
+    lanes[2] = __builtin_shufflevector (firstLate, secondLate, 0, 1, 4, 5);
+    lanes[3] = __builtin_shufflevector (firstLate, secondLate, 2, 3, 6, 7);
+}
+
+/** Lanes without a channel hold silence, which adds nothing to a power. */
 template <bool isStereo, std::size_t signalCount>
 void weigh (const std::array<WeightedSignal, signalCount>& signals, int count) noexcept
 {
@@ -149,24 +182,57 @@ void weigh (const std::array<WeightedSignal, signalCount>& signals, int count) n
     for (std::size_t s = 0; s < signalCount; ++s)
         loadSignal (shelf, highPass, static_cast<int> (2 * s), signals[s]);
 
-    for (int i = 0; i < count; ++i)
+    auto i = 0;
+
+    for (; i + framesAtOnce <= count; i += framesAtOnce)
     {
-        Lanes sample {};
+        Lanes frames[framesAtOnce] {};
 
         for (std::size_t s = 0; s < signalCount; ++s)
         {
-            sample[2 * s] = signals[s].left[i];
+            load (signals[s].left + i, frames[2 * s]);
 
             if constexpr (isStereo)
-                sample[2 * s + 1] = signals[s].right[i];
+                load (signals[s].right + i, frames[2 * s + 1]);
         }
 
-        shelf.process (sample);
-        highPass.process (sample);
-        const auto squares = sample * sample;
+        turnIntoFrames (frames);
+
+        for (auto& frame : frames)
+        {
+            shelf.process (frame);
+            highPass.process (frame);
+            frame *= frame;
+        }
+
+        const Lanes early = __builtin_shufflevector (frames[0], frames[1], 0, 2, 4, 6)
+                            + __builtin_shufflevector (frames[0], frames[1], 1, 3, 5, 7);
+        const Lanes late = __builtin_shufflevector (frames[2], frames[3], 0, 2, 4, 6)
+                           + __builtin_shufflevector (frames[2], frames[3], 1, 3, 5, 7);
+        store (__builtin_shufflevector (early, late, 0, 2, 4, 6), signals[0].powers + i);
+
+        if constexpr (signalCount == 2)
+            store (__builtin_shufflevector (early, late, 1, 3, 5, 7), signals[1].powers + i);
+    }
+
+    for (; i < count; ++i)
+    {
+        Lanes frame {};
 
         for (std::size_t s = 0; s < signalCount; ++s)
-            signals[s].powers[i] = isStereo ? squares[2 * s] + squares[2 * s + 1] : squares[2 * s];
+        {
+            frame[2 * s] = signals[s].left[i];
+
+            if constexpr (isStereo)
+                frame[2 * s + 1] = signals[s].right[i];
+        }
+
+        shelf.process (frame);
+        highPass.process (frame);
+        frame *= frame;
+
+        for (std::size_t s = 0; s < signalCount; ++s)
+            signals[s].powers[i] = frame[2 * s] + frame[2 * s + 1];
     }
 
     for (std::size_t s = 0; s < signalCount; ++s)
