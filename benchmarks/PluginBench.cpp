@@ -1,5 +1,6 @@
 #include "AnalysisCost.h"
 #include "BenchSignal.h"
+#include "CoreProbe.h"
 #include "DesignTimes.h"
 #include "HostedEqualiser.h"
 #include "InstanceCost.h"
@@ -28,6 +29,8 @@ constexpr int raceRounds = 75;
 
 /** Of a race's rounds, those that count as undisturbed. */
 constexpr double quickestPart = 0.1;
+constexpr int probeSteps = 240'000;
+
 constexpr double sampleRates[] { 48000.0, 96000.0, 192000.0 };
 constexpr double framesPerTurn = BenchSignal::frameCount;
 
@@ -284,6 +287,12 @@ void printPeerRace (double rate, BenchSignal& signal)
     add ("LSP x16, recursive", recursive.get());
     add ("LSP x16, linear phase", linear.get());
     add ("IEM MultiEQ, six bands", iem.get());
+
+    const auto equaliserCount = entrants.size();
+
+    for (auto* probe : { CoreProbe::runOneChain, CoreProbe::runEightChains })
+        entrants.push_back ({ "", [probe] { probe (probeSteps); }, probeSteps, {} });
+
     Measurement::race (entrants, raceRounds);
     setSimdLevel (bestSimdLevel());
 
@@ -292,7 +301,7 @@ void printPeerRace (double rate, BenchSignal& signal)
 
     const auto& reference = entrants[ownLevels + 1];
 
-    for (std::size_t index = 0; index < entrants.size(); ++index)
+    for (std::size_t index = 0; index < equaliserCount; ++index)
     {
         std::printf ("%4.0f  %-24s", rate / 1000.0, entrants[index].name.c_str());
 
@@ -310,6 +319,17 @@ void printPeerRace (double rate, BenchSignal& signal)
         std::printf (" %8d\n", hosts[index]->latency());
     }
 
+    std::printf ("%4.0f  %-24s", rate / 1000.0, "the core");
+
+    for (const auto part : { 0.5, quickestPart })
+    {
+        const auto& oneChain = entrants[equaliserCount].nanoseconds;
+        const auto& eightChains = entrants[equaliserCount + 1].nanoseconds;
+        const auto gain = Measurement::quantile (oneChain, part) / Measurement::quantile (eightChains, part);
+        std::printf (" %8s %8.2f", "", gain);
+    }
+
+    std::printf ("\n");
     std::fflush (stdout);
 }
 
@@ -318,7 +338,9 @@ void printPeers (BenchSignal& signal)
     std::printf (
         "\nBeside other equalisers, stereo, blocks of 512, ten bells at the same frequencies; ours in Mix and linear\n"
         "phase. Ratios are to the recursive one. First the median of %d rounds, then what their quickest tenth stays\n"
-        "below: whoever else computes on the same processor slows wide vectors down more than a recursion.\n\n"
+        "below: whoever else computes on the same core slows wide vectors down more than a recursion. The last line\n"
+        "says how many independent steps the core made in the time of one: a shared core makes fewer, and only runs\n"
+        "with the same figure can be compared.\n\n"
         " kHz  %-24s %8s %8s %8s %8s %8s %8s\n",
         raceRounds,
         "",
