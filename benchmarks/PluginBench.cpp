@@ -279,10 +279,12 @@ double medianOf (const std::vector<double>& values, const Rounds& rounds)
     return Measurement::median (chosen);
 }
 
-/** Rounds at whose beginning and end the core made independent steps nearly as fast as it ever did in this race. */
+/** Rounds at whose beginning and end the core made independent steps nearly as fast as it ever did in this race; none
+    where they are too few to be judged by. */
 Rounds roundsOfAFreeCore (const std::vector<double>& nanosecondsForAStep)
 {
     constexpr double nearlyAsFast = 1.05;
+    constexpr std::size_t fewestRounds = 8;
     const auto limit = nearlyAsFast * Measurement::quantile (nanosecondsForAStep, 0.0);
     Rounds rounds;
 
@@ -290,7 +292,7 @@ Rounds roundsOfAFreeCore (const std::vector<double>& nanosecondsForAStep)
         if (nanosecondsForAStep[round - 1] <= limit && nanosecondsForAStep[round] <= limit)
             rounds.push_back (round);
 
-    return rounds;
+    return rounds.size() < fewestRounds ? Rounds {} : rounds;
 }
 
 void printPeerRace (double rate, BenchSignal& signal)
