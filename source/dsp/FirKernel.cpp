@@ -33,42 +33,6 @@ struct DirectOrder
     }
 };
 
-/** Adds the two inputs that share a tap first, which saves a multiplication where the machine cannot do it together
-    with an addition. The taps must be symmetric. A unit impulse still gives the input itself: all other terms are 0. */
-struct FoldedOrder
-{
-    template <int lanes, int channelCount, int vectorCount>
-    static SOLVANE_ALWAYS_INLINE void add (const FirJob& job, Tile<lanes, channelCount, vectorCount>& tile) noexcept
-    {
-        using Vector = typename SimdLanes<lanes>::Vector;
-        const auto last = job.tapCount - 1;
-
-        for (int k = 0; k < job.tapCount / 2; ++k)
-        {
-            const auto tap = job.taps[k];
-
-            for (int c = 0; c < channelCount; ++c)
-            {
-                for (int v = 0; v < vectorCount; ++v)
-                {
-                    const auto* newest = tile.input[c] + v * lanes;
-                    const Vector pair = lanesAt<lanes> (newest - k) + lanesAt<lanes> (newest - (last - k));
-                    tile.sums[c][v] += tap * pair;
-                }
-            }
-        }
-
-        if (job.tapCount % 2 == 1)
-        {
-            const auto tap = job.taps[job.tapCount / 2];
-
-            for (int c = 0; c < channelCount; ++c)
-                for (int v = 0; v < vectorCount; ++v)
-                    tile.sums[c][v] += tap * lanesAt<lanes> (tile.input[c] + v * lanes - job.tapCount / 2);
-        }
-    }
-};
-
 /** Takes the taps whose numbers leave the same remainder by the vector's width one after the other, some at a time.
     Their inputs lie whole vectors apart, so that a vector serves as many sums once it is loaded: nearly every load
     of a wide vector crosses a cache line, and loads would be the limit otherwise. */
@@ -122,6 +86,98 @@ struct DiagonalOrder
                         tile.sums[c][place + t] += group[t] * input;
             }
         }
+    }
+};
+
+/** Adds the two inputs that share a tap first. That saves a multiplication where the machine cannot do it together with
+    an addition, and elsewhere turns half of the work into plain additions, which many machines can begin beside two
+    multiplications with additions. Taps that lie whole vectors apart are taken together here too: both their newer and
+    their older inputs are then vectors that the others need as well. The taps must be symmetric. A unit impulse still
+    gives the input itself: all other terms are 0. */
+template <int tapsAtOnce>
+struct FoldedOrder
+{
+    template <int lanes, int channelCount, int vectorCount>
+    static SOLVANE_ALWAYS_INLINE void add (const FirJob& job, Tile<lanes, channelCount, vectorCount>& tile) noexcept
+    {
+        const auto last = job.tapCount - 1;
+        const auto half = job.tapCount / 2;
+
+        for (int remainder = 0; remainder < std::min (lanes, half); ++remainder)
+        {
+            auto k = remainder;
+
+            for (; k + (tapsAtOnce - 1) * lanes < half; k += tapsAtOnce * lanes)
+                for (int c = 0; c < channelCount; ++c)
+                    addGroup<lanes> (job.taps + k, tile.input[c] - k, tile.input[c] - (last - k), tile.sums[c]);
+
+            for (; k < half; k += lanes)
+                for (int c = 0; c < channelCount; ++c)
+                    FoldedOrder<1>::template addGroup<lanes> (
+                        job.taps + k, tile.input[c] - k, tile.input[c] - (last - k), tile.sums[c]);
+        }
+
+        if (job.tapCount % 2 == 1)
+        {
+            const auto tap = job.taps[half];
+
+            for (int c = 0; c < channelCount; ++c)
+                for (int v = 0; v < vectorCount; ++v)
+                    tile.sums[c][v] += tap * lanesAt<lanes> (tile.input[c] + v * lanes - half);
+        }
+    }
+
+    /** From tap to tap the newer input lies one vector earlier, the older one a vector later. */
+    template <int lanes, typename Vector, std::size_t vectorCount>
+    static SOLVANE_ALWAYS_INLINE void
+    addGroup (const double* taps, const double* newer, const double* older, Vector (&sums)[vectorCount]) noexcept
+    {
+        Vector newerOnes[extent (tapsAtOnce)]; // for each tap
+        Vector olderOnes[extent (tapsAtOnce)];
+        double group[extent (tapsAtOnce)];
+
+#pragma GCC unroll 8
+        for (int t = 0; t < tapsAtOnce; ++t)
+            group[t] = taps[t * lanes];
+
+#pragma GCC unroll 8
+        for (int t = 1; t < tapsAtOnce; ++t)
+        {
+            load<lanes> (newer - t * lanes, newerOnes[t]);
+            load<lanes> (older + (t - 1) * lanes, olderOnes[t]);
+        }
+
+#pragma GCC unroll 16
+        for (auto& sum : sums)
+        {
+#pragma GCC unroll 8
+            for (int t = 1; t < tapsAtOnce; ++t)
+                olderOnes[t - 1] = olderOnes[t];
+
+            load<lanes> (newer, newerOnes[0]);
+            load<lanes> (older + (tapsAtOnce - 1) * lanes, olderOnes[tapsAtOnce - 1]);
+
+#pragma GCC unroll 8
+            for (int t = 0; t < tapsAtOnce; ++t)
+            {
+                const Vector pair = newerOnes[t] + olderOnes[t];
+                sum += group[t] * pair;
+            }
+
+#pragma GCC unroll 8
+            for (int t = tapsAtOnce - 1; t > 0; --t)
+                newerOnes[t] = newerOnes[t - 1];
+
+            newer += lanes;
+            older += lanes;
+        }
+    }
+
+    template <int lanes, typename Vector>
+    static SOLVANE_ALWAYS_INLINE void load (const double* address, Vector& vector) noexcept
+    {
+        vector = lanesAt<lanes> (address);
+        SOLVANE_KEEP_IN_REGISTER (vector);
     }
 };
 
@@ -194,6 +250,13 @@ void convolveBaseline (const FirJob& job) noexcept
 #if SOLVANE_HAS_FUNCTION_VERSIONS
 SOLVANE_TARGET_V3 void convolveV3 (const FirJob& job) noexcept
 {
+    if (job.symmetric)
+    {
+        const auto start = fillWhole<FoldedOrder<3>, 4, 1, 8> (job, 0);
+        fillRest<FoldedOrder<3>, 4> (job, start);
+        return;
+    }
+
     auto start = fillWhole<DiagonalOrder<2>, 4, 1, 12> (job, 0);
     start = fillWhole<DiagonalOrder<4>, 4, 1, 8> (job, start);
     fillRest<DiagonalOrder<4>, 4> (job, start);
@@ -224,7 +287,7 @@ void convolve (const FirJob& job) noexcept
 #endif
 
     if (job.symmetric)
-        convolveBaseline<FoldedOrder> (job);
+        convolveBaseline<FoldedOrder<3>> (job);
     else
         convolveBaseline<DirectOrder> (job);
 }
