@@ -3,6 +3,20 @@
 #include <algorithm>
 #include <utility>
 
+namespace
+{
+constexpr double lowestRate = 44100.0;
+
+/** As many as take about as long at this rate as one does at 44.1 or 48 kHz, so that threads are woken equally often in
+    a second. They fill half of either FIFO at most: the rest is for what comes before the thread is awake. */
+int chunksToWaitFor (double sampleRate, int lowChunkLength) noexcept
+{
+    const auto fittingLow = LiveAnalysis::decimatedCapacity / 2 / std::max (lowChunkLength, 1);
+    const auto fittingFull = LiveAnalysis::fullRateCapacity / 2 / LiveAnalysis::chunkLength;
+    return std::clamp (static_cast<int> (sampleRate / lowestRate), 1, std::min (fittingLow, fittingFull));
+}
+} // namespace
+
 LiveAnalysis::LiveAnalysis (PluginModel& modelToUse,
                             const TargetSet& targetToUse,
                             std::function<float()> inputLoudnessToUse)
@@ -57,6 +71,7 @@ void LiveAnalysis::prepare()
     channels = model.isStereo ? 2 : 1;
 
     resizeChunk (decimatedChunk, chunkLength / factor);
+    chunksPerPass = chunksToWaitFor (rate, chunkLength / factor);
     resizeChunk (fullRateChunk, chunkLength);
     decimatedFifo.resize (channels, decimatedCapacity);
     fullRateFifo.resize (channels, fullRateCapacity);
@@ -149,8 +164,8 @@ bool LiveAnalysis::spectrumHasWork() const noexcept
 
 bool LiveAnalysis::analysisHasWork() const noexcept
 {
-    return isReset (analysisGeneration) || fullRateFifo.numReady() >= chunkLength
-           || decimatedFifo.numReady() >= static_cast<int> (decimatedChunk[0].size());
+    return isReset (analysisGeneration) || fullRateFifo.numReady() >= chunksPerPass * chunkLength
+           || decimatedFifo.numReady() >= chunksPerPass * static_cast<int> (decimatedChunk[0].size());
 }
 
 void LiveAnalysis::runPass()

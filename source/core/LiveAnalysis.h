@@ -19,7 +19,7 @@
 /** Measures what arrives, before the filters, on two threads of its own: the analysis thread takes the three low bands
    at the reduced rate and works out the gain targets, the spectrum thread takes the other bands and the spectrum.
 
-    The audio thread writes into two FIFOs and, once one of them holds a whole chunk, wakes the analysis thread, which
+    The audio thread writes into two FIFOs and, once one of them holds about 20 ms, wakes the analysis thread, which
     wakes the spectrum thread and waits for it at the end of its pass. A full FIFO loses a block of the analysis and
     nothing else.
     Each pass holds its thread's mutex; prepare takes both, the analysis thread's first, while the FIFOs change their
@@ -93,7 +93,8 @@ private:
     void analyseFullRate();
     void analyseSpectrumOf (const Chunk& chunk);
 
-    // Waking a thread costs more than most passes: each is left asleep while it would find no whole chunk and no reset.
+    // Waking a thread costs more than most passes: the analysis thread is left asleep until chunksPerPass have come in,
+    // the spectrum thread while it would find no whole chunk. A reset wakes either.
     [[nodiscard]] bool analysisHasWork() const noexcept;
     [[nodiscard]] bool spectrumHasWork() const noexcept;
     [[nodiscard]] bool isReset (const Generation& seen) const noexcept;
@@ -123,6 +124,7 @@ private:
     Chunk lowBlock;
     Chunk decimatedChunk;
     Chunk fullRateChunk;
+    int chunksPerPass = 1;
     int channels = 2;
 
     std::mutex spectrumLock;

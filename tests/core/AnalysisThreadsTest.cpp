@@ -62,6 +62,27 @@ TEST_F (AnalysisWakingTest, aPassIsWokenForAWholeChunkAndNotBefore)
     }
 }
 
+TEST_F (AnalysisWakingTest, passesComeEquallyOftenInASecondAtEveryRate)
+{
+    const std::pair<double, int> chunksAtRates[] {
+        { 44100.0, 1 }, { 88200.0, 2 }, { 96000.0, 2 }, { 176400.0, 4 }, { 192000.0, 4 }
+    };
+
+    for (const auto& [sampleRate, chunks] : chunksAtRates)
+    {
+        prepare (1024, sampleRate);
+        processor.model.setShowHeatmap (true);
+        std::ignore = passesSoon();
+        const auto before = live.passes.load();
+        const auto spectraBefore = live.spectra.load();
+        play (chunks * 1024 - 8, 512);
+        EXPECT_EQ (passesSoon(), 0) << sampleRate;
+        play (8, 8);
+        EXPECT_TRUE (passComes (before)) << sampleRate;
+        EXPECT_EQ (live.spectra - spectraBefore, chunks) << sampleRate << ": the pass takes all that has come in";
+    }
+}
+
 TEST_F (AnalysisWakingTest, aPassIsWokenByTheBlockAfterAReset)
 {
     const auto before = live.passes.load();
