@@ -26,6 +26,8 @@ void Measurement::race (std::span<Entrant> entrants, int rounds)
     for (int round = -1; round < rounds; ++round)
         for (auto& entrant : entrants)
         {
+            entrant.turn();
+
             const auto start = threadSeconds();
             entrant.turn();
             const auto seconds = threadSeconds() - start;

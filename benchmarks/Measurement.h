@@ -34,7 +34,8 @@ struct Entrant
     [[nodiscard]] double medianNanoseconds() const { return median (nanoseconds); }
 };
 
-/** Lets every entrant take a turn in each round, after one that does not count, so that a change of the machine's speed
-    meets all of them alike. */
+/** Lets every entrant take a turn in each round, after a round that does not count, so that a change of the machine's
+    speed meets all of them alike. Before each turn that is timed comes one that is not: a core needs some tenths of a
+    millisecond to bring its widest vectors to full speed, and who ran before must not decide about that. */
 void race (std::span<Entrant> entrants, int rounds);
 } // namespace Measurement
