@@ -279,17 +279,29 @@ double medianOf (const std::vector<double>& values, const Rounds& rounds)
     return Measurement::median (chosen);
 }
 
-/** Rounds at whose beginning and end the core made independent steps nearly as fast as it ever did in this race; none
-    where they are too few to be judged by. */
-Rounds roundsOfAFreeCore (const std::vector<double>& nanosecondsForAStep)
+/** How many independent steps the core made in the time of one, round by round: a figure that the core's clock leaves
+    alone. */
+std::vector<double> stepsAtOnce (const std::vector<double>& oneChain, const std::vector<double>& eightChains)
 {
-    constexpr double nearlyAsFast = 1.05;
+    std::vector<double> steps;
+
+    for (std::size_t round = 0; round < oneChain.size(); ++round)
+        steps.push_back (oneChain[round] / eightChains[round]);
+
+    return steps;
+}
+
+/** Rounds at whose beginning and end the core made nearly as many steps at once as in the best tenth of this race; none
+    where they are too few to be judged by. */
+Rounds roundsOfAFreeCore (const std::vector<double>& steps)
+{
+    constexpr double nearlyAsMany = 0.95;
     constexpr std::size_t fewestRounds = 8;
-    const auto limit = nearlyAsFast * Measurement::quantile (nanosecondsForAStep, 0.0);
+    const auto limit = nearlyAsMany * Measurement::quantile (steps, 0.9);
     Rounds rounds;
 
-    for (std::size_t round = 1; round < nanosecondsForAStep.size(); ++round)
-        if (nanosecondsForAStep[round - 1] <= limit && nanosecondsForAStep[round] <= limit)
+    for (std::size_t round = 1; round < steps.size(); ++round)
+        if (steps[round - 1] >= limit && steps[round] >= limit)
             rounds.push_back (round);
 
     return rounds.size() < fewestRounds ? Rounds {} : rounds;
@@ -333,9 +345,8 @@ void printPeerRace (double rate, BenchSignal& signal)
     if (recursive == nullptr)
         return;
 
-    const auto& oneChain = entrants[equaliserCount].nanoseconds;
-    const auto& eightChains = entrants[equaliserCount + 1].nanoseconds;
-    const auto freeRounds = roundsOfAFreeCore (eightChains);
+    const auto steps = stepsAtOnce (entrants[equaliserCount].nanoseconds, entrants[equaliserCount + 1].nanoseconds);
+    const auto freeRounds = roundsOfAFreeCore (steps);
 
     for (std::size_t index = 0; index < equaliserCount; ++index)
     {
@@ -363,7 +374,7 @@ void printPeerRace (double rate, BenchSignal& signal)
     std::printf ("%4.0f  %-24s", rate / 1000.0, "independent steps");
 
     for (const auto& rounds : { allRounds(), freeRounds })
-        std::printf (" %17.1f", rounds.empty() ? 0.0 : medianOf (oneChain, rounds) / medianOf (eightChains, rounds));
+        std::printf (" %17.1f", rounds.empty() ? 0.0 : medianOf (steps, rounds));
 
     std::printf (" in %zu of %d rounds\n", freeRounds.size(), raceRounds);
     std::fflush (stdout);
