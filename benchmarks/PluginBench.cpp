@@ -11,6 +11,7 @@
 
 #include "dsp/SimdLevel.h"
 
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -291,17 +292,20 @@ std::vector<double> stepsAtOnce (const std::vector<double>& oneChain, const std:
     return steps;
 }
 
-/** Rounds at whose beginning and end the core made nearly as many steps at once as in the best tenth of this race; none
-    where they are too few to be judged by. */
+/** Rounds at whose beginning and end the core made about as many steps at once as in the best quarter of this race;
+   none where they are too few to be judged by. A round in which the one chain was interrupted shows more steps than any
+   core makes: it is left out like a shared one, and the quarter is wide enough that a few of them do not set the
+   measure. */
 Rounds roundsOfAFreeCore (const std::vector<double>& steps)
 {
-    constexpr double nearlyAsMany = 0.95;
+    constexpr double tolerance = 0.05;
     constexpr std::size_t fewestRounds = 8;
-    const auto limit = nearlyAsMany * Measurement::quantile (steps, 0.9);
+    const auto usual = Measurement::quantile (steps, 0.75);
+    const auto isUsual = [usual] (double figure) { return std::abs (figure - usual) <= tolerance * usual; };
     Rounds rounds;
 
     for (std::size_t round = 1; round < steps.size(); ++round)
-        if (steps[round - 1] >= limit && steps[round] >= limit)
+        if (isUsual (steps[round - 1]) && isUsual (steps[round]))
             rounds.push_back (round);
 
     return rounds.size() < fewestRounds ? Rounds {} : rounds;
