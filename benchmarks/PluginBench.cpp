@@ -377,10 +377,13 @@ void printPeerRace (double rate, BenchSignal& signal)
 
     std::printf ("%4.0f  %-24s", rate / 1000.0, "independent steps");
 
-    for (const auto& rounds : { allRounds(), freeRounds })
-        std::printf (" %17.1f", rounds.empty() ? 0.0 : medianOf (steps, rounds));
+    std::printf (" %17.1f", medianOf (steps, allRounds()));
 
-    std::printf (" in %zu of %d rounds\n", freeRounds.size(), raceRounds);
+    if (freeRounds.empty())
+        std::printf (" %17s, too few free rounds\n", "-");
+    else
+        std::printf (" %17.1f in %zu of %d rounds\n", medianOf (steps, freeRounds), freeRounds.size(), raceRounds);
+
     std::fflush (stdout);
 }
 

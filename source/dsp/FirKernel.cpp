@@ -16,20 +16,25 @@ struct Tile
     const double* input[extent (channelCount)];
 };
 
-/** Takes the taps one by one: each serves all sums of the tile, and inputs come straight from memory. */
+/** Adds what one tap contributes to all sums of the tile, with inputs straight from memory. */
+template <int lanes, int channelCount, int vectorCount>
+SOLVANE_ALWAYS_INLINE void addTap (const FirJob& job, int k, Tile<lanes, channelCount, vectorCount>& tile) noexcept
+{
+    const auto tap = job.taps[k];
+
+    for (int c = 0; c < channelCount; ++c)
+        for (int v = 0; v < vectorCount; ++v)
+            tile.sums[c][v] += tap * lanesAt<lanes> (tile.input[c] + v * lanes - k);
+}
+
+/** Takes the taps one by one. */
 struct DirectOrder
 {
     template <int lanes, int channelCount, int vectorCount>
     static SOLVANE_ALWAYS_INLINE void add (const FirJob& job, Tile<lanes, channelCount, vectorCount>& tile) noexcept
     {
         for (int k = 0; k < job.tapCount; ++k)
-        {
-            const auto tap = job.taps[k];
-
-            for (int c = 0; c < channelCount; ++c)
-                for (int v = 0; v < vectorCount; ++v)
-                    tile.sums[c][v] += tap * lanesAt<lanes> (tile.input[c] + v * lanes - k);
-        }
+            addTap (job, k, tile);
     }
 };
 
@@ -50,13 +55,7 @@ struct DiagonalOrder
                 addGroup (job.taps + k, k, tile);
 
             for (; k < job.tapCount; k += lanes)
-            {
-                const auto tap = job.taps[k];
-
-                for (int c = 0; c < channelCount; ++c)
-                    for (int v = 0; v < vectorCount; ++v)
-                        tile.sums[c][v] += tap * lanesAt<lanes> (tile.input[c] + v * lanes - k);
-            }
+                addTap (job, k, tile);
         }
     }
 
@@ -118,13 +117,7 @@ struct FoldedOrder
         }
 
         if (job.tapCount % 2 == 1)
-        {
-            const auto tap = job.taps[half];
-
-            for (int c = 0; c < channelCount; ++c)
-                for (int v = 0; v < vectorCount; ++v)
-                    tile.sums[c][v] += tap * lanesAt<lanes> (tile.input[c] + v * lanes - half);
-        }
+            addTap (job, half, tile);
     }
 
     /** From tap to tap the newer input lies one vector earlier, the older one a vector later. */
