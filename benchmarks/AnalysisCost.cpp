@@ -2,8 +2,8 @@
 
 #include "BenchSignal.h"
 #include "Measurement.h"
-#include "dsp/RateConverter.h"
-#include "dsp/SpectrumAnalyser.h"
+#include "dsp/meters/SpectrumAnalyser.h"
+#include "dsp/rate/RateConverter.h"
 #include "support/PluginRig.h"
 
 #include <algorithm>

@@ -1,9 +1,10 @@
 #include "DesignTimes.h"
+#include "dsp/rate/ReducedRate.h"
 
 #include "Measurement.h"
 #include "TenBands.h"
 
-#include "dsp/BlockProcessor.h"
+#include "dsp/path/BlockProcessor.h"
 
 #include <string>
 #include <vector>

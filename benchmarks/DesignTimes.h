@@ -1,6 +1,6 @@
 #pragma once
 
-#include "dsp/BandDesign.h"
+#include "dsp/design/BandDesign.h"
 
 /** How long a worker takes for one message of a band's parameter: the band's curve, the sum, new taps. */
 struct DesignTimes

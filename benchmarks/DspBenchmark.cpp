@@ -1,10 +1,10 @@
 #include "PlainPath.h"
 
-#include "dsp/BlockPath.h"
-#include "dsp/FirConvolver.h"
-#include "dsp/PathMixer.h"
-#include "dsp/RateConverter.h"
-#include "dsp/SimdLevel.h"
+#include "dsp/path/BlockPath.h"
+#include "dsp/path/FirConvolver.h"
+#include "dsp/path/PathMixer.h"
+#include "dsp/rate/RateConverter.h"
+#include "dsp/simd/SimdLevel.h"
 
 #include <benchmark/benchmark.h>
 

@@ -3,9 +3,9 @@
 #include "BenchSignal.h"
 #include "PlainPath.h"
 
-#include "dsp/BlockPath.h"
-#include "dsp/FirConvolver.h"
-#include "dsp/RateConverter.h"
+#include "dsp/path/BlockPath.h"
+#include "dsp/path/FirConvolver.h"
+#include "dsp/rate/RateConverter.h"
 
 #include <algorithm>
 #include <array>

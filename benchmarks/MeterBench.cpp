@@ -1,9 +1,9 @@
 #include "benchmarks/PlainMeters.h"
-#include "dsp/BandAnalyser.h"
-#include "dsp/FlushDenormals.h"
-#include "dsp/LUFSProcessor.h"
-#include "dsp/SimdLevel.h"
-#include "dsp/SpectrumAnalyser.h"
+#include "dsp/meters/BandAnalyser.h"
+#include "dsp/meters/LUFSProcessor.h"
+#include "dsp/meters/SpectrumAnalyser.h"
+#include "dsp/simd/FlushDenormals.h"
+#include "dsp/simd/SimdLevel.h"
 
 #include <benchmark/benchmark.h>
 

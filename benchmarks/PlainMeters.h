@@ -1,7 +1,7 @@
 #pragma once
 
-#include "dsp/KWeighting.h"
-#include "dsp/VariableQ2ndOrder.h"
+#include "dsp/filters/VariableQ2ndOrder.h"
+#include "dsp/meters/KWeighting.h"
 
 #include <array>
 #include <cstddef>

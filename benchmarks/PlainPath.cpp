@@ -1,4 +1,5 @@
 #include "PlainPath.h"
+#include "dsp/rate/ReducedRate.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "dsp/FirLengths.h"
-#include "dsp/RateFilterTable.h"
+#include "dsp/design/FirLengths.h"
+#include "dsp/rate/RateFilterTable.h"
 
 #include <vector>
 

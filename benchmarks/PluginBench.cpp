@@ -9,7 +9,7 @@
 #include "OwnEqualiser.h"
 #include "SessionCost.h"
 
-#include "dsp/SimdLevel.h"
+#include "dsp/simd/SimdLevel.h"
 
 #include <cmath>
 #include <cstdio>

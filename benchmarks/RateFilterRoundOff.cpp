@@ -1,5 +1,5 @@
-#include "dsp/RateConverter.h"
-#include "dsp/RateFilterTable.h"
+#include "dsp/rate/RateConverter.h"
+#include "dsp/rate/RateFilterTable.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,5 +1,5 @@
 #include "core/PluginProcessor.h"
-#include "core/SessionXml.h"
+#include "core/session/SessionXml.h"
 
 #include <juce_events/juce_events.h>
 

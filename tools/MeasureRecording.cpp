@@ -7,9 +7,10 @@
     brought to an overall loudness of 0 first, so that the meters' floor lies 70 dB below it whatever its level, and is
     repeated until it has lasted for half a minute. One line comes out: ten values in dB; -70.00 is the floor. */
 
-#include "dsp/BandAnalyser.h"
-#include "dsp/LUFSProcessor.h"
-#include "dsp/RateConverter.h"
+#include "dsp/meters/BandAnalyser.h"
+#include "dsp/meters/LUFSProcessor.h"
+#include "dsp/rate/RateConverter.h"
+#include "dsp/rate/ReducedRate.h"
 
 #include <algorithm>
 #include <cmath>

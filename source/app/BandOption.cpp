@@ -1,7 +1,7 @@
 #include "app/BandOption.h"
 
 #include "app/CommandError.h"
-#include "core/ParameterTable.h"
+#include "core/parameters/ParameterTable.h"
 
 #include <charconv>
 #include <cmath>

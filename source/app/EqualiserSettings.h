@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/BandOption.h"
-#include "core/PluginModel.h"
+#include "core/model/PluginModel.h"
 
 #include <string>
 #include <vector>

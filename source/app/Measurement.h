@@ -1,7 +1,7 @@
 #pragma once
 
-#include "core/Presets.h"
-#include "dsp/BandAnalyser.h"
+#include "core/presets/Presets.h"
+#include "dsp/meters/BandAnalyser.h"
 
 #include <array>
 #include <string>

@@ -1,5 +1,6 @@
 #include "app/OfflineMeasurement.h"
 
+#include "dsp/rate/ReducedRate.h"
 #include "targets/TopBand.h"
 
 #include <algorithm>

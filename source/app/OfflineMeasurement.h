@@ -1,8 +1,8 @@
 #pragma once
 
-#include "dsp/BandAnalyser.h"
-#include "dsp/LUFSProcessor.h"
-#include "dsp/RateConverter.h"
+#include "dsp/meters/BandAnalyser.h"
+#include "dsp/meters/LUFSProcessor.h"
+#include "dsp/rate/RateConverter.h"
 
 #include <array>
 

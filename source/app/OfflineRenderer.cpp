@@ -1,6 +1,6 @@
 #include "app/OfflineRenderer.h"
 
-#include "dsp/MinimumPhase.h"
+#include "dsp/design/MinimumPhase.h"
 
 #include <algorithm>
 

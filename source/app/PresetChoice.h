@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/Presets.h"
+#include "core/presets/Presets.h"
 
 #include <string>
 

@@ -1,6 +1,6 @@
 #include "app/PresetsCommand.h"
 
-#include "core/Presets.h"
+#include "core/presets/Presets.h"
 
 #include <nlohmann/json.hpp>
 

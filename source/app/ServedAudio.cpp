@@ -1,7 +1,8 @@
 #include "app/ServedAudio.h"
 
 #include "app/CommandError.h"
-#include "dsp/FirLengths.h"
+#include "dsp/design/FirLengths.h"
+#include "dsp/rate/ReducedRate.h"
 
 void requireServedAudio (const AudioInput& input, const std::string& path)
 {

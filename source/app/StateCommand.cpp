@@ -2,8 +2,8 @@
 
 #include "app/CommandError.h"
 #include "app/FileArgument.h"
-#include "core/ParameterTable.h"
-#include "core/SessionXml.h"
+#include "core/parameters/ParameterTable.h"
+#include "core/session/SessionXml.h"
 
 #include <juce_data_structures/juce_data_structures.h>
 

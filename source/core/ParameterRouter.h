@@ -1,8 +1,8 @@
 #pragma once
 
-#include "core/BandEngine.h"
-#include "core/PluginModel.h"
-#include "dsp/ChangeCount.h"
+#include "core/audio/BandEngine.h"
+#include "core/model/PluginModel.h"
+#include "dsp/threads/ChangeCount.h"
 
 #include <array>
 #include <atomic>

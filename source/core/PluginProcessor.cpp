@@ -1,6 +1,7 @@
 #include "core/PluginProcessor.h"
 
 #include "core/MessageThreadPause.h"
+#include "dsp/rate/ReducedRate.h"
 
 namespace
 {

@@ -1,15 +1,15 @@
 #pragma once
 
-#include "core/AudioCallback.h"
-#include "core/BandEngine.h"
-#include "core/HostTraits.h"
-#include "core/LiveAnalysis.h"
 #include "core/ParameterRouter.h"
-#include "core/PluginModel.h"
-#include "core/Presets.h"
-#include "core/SessionState.h"
-#include "core/SettingsUtilities.h"
-#include "dsp/ChangeCount.h"
+#include "core/audio/AudioCallback.h"
+#include "core/audio/BandEngine.h"
+#include "core/audio/LiveAnalysis.h"
+#include "core/model/HostTraits.h"
+#include "core/model/PluginModel.h"
+#include "core/presets/Presets.h"
+#include "core/session/SessionState.h"
+#include "core/session/SettingsUtilities.h"
+#include "dsp/threads/ChangeCount.h"
 
 #include <juce_audio_processors/juce_audio_processors.h>
 

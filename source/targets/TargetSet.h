@@ -1,6 +1,6 @@
 #pragma once
 
-#include "dsp/BandAnalyser.h"
+#include "dsp/meters/BandAnalyser.h"
 
 #include <array>
 #include <atomic>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "dsp/SimdLevel.h"
+#include "dsp/simd/SimdLevel.h"
 
 #include <gtest/gtest.h>
 

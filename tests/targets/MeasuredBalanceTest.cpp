@@ -1,4 +1,4 @@
-#include "dsp/BandAnalyser.h"
+#include "dsp/meters/BandAnalyser.h"
 #include "support/Fixture.h"
 #include "targets/GainTargets.h"
 #include "targets/TopBand.h"

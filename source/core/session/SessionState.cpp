@@ -1,0 +1,339 @@
+#include "core/session/SessionState.h"
+
+#include "core/session/SessionXml.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace
+{
+namespace Tags
+{
+constexpr auto track = "reference-track";
+constexpr auto loop = "loop";
+constexpr auto settings = "settings";
+constexpr std::array stores { "parameterStoreA", "parameterStoreB" };
+} // namespace Tags
+
+constexpr int defaultScaleDb = 12;
+
+juce::String levelName (std::size_t band)
+{
+    return "lufs-" + juce::String (static_cast<int> (band));
+}
+
+/** Milliseconds since the epoch, but never an id twice. */
+juce::int64 makeId()
+{
+    static std::atomic<juce::int64> last { 0 };
+    auto previous = last.load();
+    juce::int64 next;
+
+    do
+        next = std::max (juce::Time::currentTimeMillis(), previous + 1);
+    while (! last.compare_exchange_weak (previous, next));
+
+    return next;
+}
+
+/** The parameter tree of a block: the root without what is kept beside the parameters. */
+juce::ValueTree parameterTreeOf (const juce::XmlElement& root)
+{
+    const std::array<juce::Identifier, 4> others { Tags::track, Tags::settings, Tags::stores[0], Tags::stores[1] };
+    auto tree = juce::ValueTree::fromXml (root);
+
+    for (int index = tree.getNumChildren(); --index >= 0;)
+        if (std::find (others.begin(), others.end(), tree.getChild (index).getType()) != others.end())
+            tree.removeChild (index, nullptr);
+
+    return tree;
+}
+} // namespace
+
+//======================================================================================================================
+class SessionState::ScopedRestoring
+{
+public:
+    explicit ScopedRestoring (SessionState& stateToMark) : state (stateToMark) { ++state.restoring; }
+    ~ScopedRestoring() { --state.restoring; }
+
+    ScopedRestoring (const ScopedRestoring&) = delete;
+    ScopedRestoring& operator= (const ScopedRestoring&) = delete;
+
+private:
+    SessionState& state;
+};
+
+SessionState::SessionState (PluginModel& modelToUse,
+                            juce::AudioProcessorValueTreeState& parametersToUse,
+                            Presets::Library& presetsToUse,
+                            std::function<void()> adoptedToUse)
+    : model (modelToUse),
+      parameters (parametersToUse),
+      presets (presetsToUse),
+      adopted (std::move (adoptedToUse)),
+      treeType (parameters.state.getType())
+{
+}
+
+//======================================================================================================================
+void SessionState::write (juce::MemoryBlock& destination)
+{
+    const auto root = parameters.copyState().createXml();
+
+    if (root == nullptr)
+        return;
+
+    SessionXml::appendChildren (*root, makeElementsBeside());
+    juce::AudioProcessor::copyXmlToBinary (*root, destination);
+}
+
+SessionXml::Elements SessionState::makeElementsBeside() const
+{
+    const std::scoped_lock lock (sessionLock);
+    SessionXml::Elements elements;
+
+    // The track that was loaded last is the current one.
+    for (std::size_t index = 0; index < tracks.size(); ++index)
+        elements.push_back (makeTrackElement (tracks[index], index + 1 == tracks.size()));
+
+    elements.push_back (makeSettingsElement());
+
+    for (std::size_t store = 0; store < parameterStores.size(); ++store)
+        if (parameterStores[store].isValid())
+        {
+            elements.push_back (std::make_unique<juce::XmlElement> (Tags::stores[store]));
+            elements.back()->addChildElement (parameterStores[store].createXml().release());
+        }
+
+    return elements;
+}
+
+std::unique_ptr<juce::XmlElement> SessionState::makeTrackElement (const ReferenceTrackRequest& track,
+                                                                  bool selected) const
+{
+    auto element = std::make_unique<juce::XmlElement> (Tags::track);
+    element->setAttribute ("file-name", SessionXml::fileNameOf (track.filePath));
+    element->setAttribute ("display-name", track.displayName);
+    element->setAttribute ("file-path", track.filePath);
+    element->setAttribute ("selected", selected ? 1 : 0);
+
+    SessionXml::Elements loops;
+
+    for (const auto& loop : track.loops)
+    {
+        auto& child = loops.emplace_back (std::make_unique<juce::XmlElement> (Tags::loop));
+        child->setAttribute ("start-samples", loop.startSamples);
+        child->setAttribute ("end-samples", loop.endSamples);
+        child->setAttribute ("active", loop.active ? 1 : 0);
+    }
+
+    SessionXml::appendChildren (*element, std::move (loops));
+    return element;
+}
+
+std::unique_ptr<juce::XmlElement> SessionState::makeSettingsElement() const
+{
+    auto element = std::make_unique<juce::XmlElement> (Tags::settings);
+    const auto numbers = presets.numbersOf (*presets.findPresetById (Presets::userSettingId));
+
+    SessionXml::setDecimal (*element, "lufs-overall", numbers.lufs);
+
+    for (std::size_t band = 0; band < numbers.values.size(); ++band)
+        SessionXml::setDecimal (*element, levelName (band), numbers.values[band]);
+
+    element->setAttribute ("width", model.windowWidth.load());
+    element->setAttribute ("height", model.windowHeight.load());
+    element->setAttribute ("target-set-user", model.targetSetByUser ? 1 : 0);
+    SessionXml::setDecimal (*element, "db-scale", model.targetScaleDb);
+    element->setAttribute ("comparison-A-selected", selectedA ? 1 : 0);
+    element->setAttribute ("max-thread-priority", model.maxThreadPriority.load());
+    return element;
+}
+
+//======================================================================================================================
+void SessionState::read (const void* data, int size)
+{
+    model.setStateInformationSet (false, false);
+
+    if (const auto root = SessionXml::parse (data, size))
+    {
+        std::size_t tracksBefore = 0;
+        std::size_t tracksNow = 0;
+
+        {
+            const std::scoped_lock lock (sessionLock);
+
+            const juce::XmlElement* lastSettings = nullptr;
+
+            for (const auto* child : root->getChildWithTagNameIterator (Tags::settings))
+                lastSettings = child;
+
+            if (lastSettings != nullptr)
+                readSettingsElement (*lastSettings);
+
+            tracksBefore = tracks.size();
+
+            for (const auto* child : root->getChildWithTagNameIterator (Tags::track))
+                readTrackElement (*child);
+
+            tracksNow = tracks.size();
+            readStores (*root);
+        }
+
+        if (root->getTagName() == treeType.toString())
+            replaceParameters (parameterTreeOf (*root));
+
+        if (tracksNow > tracksBefore)
+            dropTracksIfUnreadable (tracksBefore);
+
+        adopted();
+    }
+
+    storeBandGains();
+    model.setStateInformationSet (true, true);
+}
+
+void SessionState::readSettingsElement (const juce::XmlElement& element)
+{
+    const auto lufs = SessionXml::getDecimal (element, "lufs-overall");
+    std::array<float, Presets::bandValueCount> values;
+
+    for (std::size_t band = 0; band < values.size(); ++band)
+        values[band] = SessionXml::getDecimal (element, levelName (band));
+
+    presets.setUserSetting (lufs, values);
+
+    model.windowWidth = element.getIntAttribute ("width", 0);
+    model.windowHeight = element.getIntAttribute ("height", 0);
+    model.targetSetByUser = element.getBoolAttribute ("target-set-user", false) && ! std::isnan (lufs);
+
+    // Written as a decimal and read as a whole number: a fraction is lost.
+    const auto scale = element.getIntAttribute ("db-scale", defaultScaleDb);
+    model.targetScaleDb = static_cast<float> (scale > 0 ? scale : defaultScaleDb);
+    model.displayScaleDb = model.targetScaleDb.load();
+
+    // Missing means B, although a new instance starts with A.
+    selectedA = element.getBoolAttribute ("comparison-A-selected", false);
+    model.maxThreadPriority = element.getIntAttribute ("max-thread-priority", 0);
+}
+
+void SessionState::readTrackElement (const juce::XmlElement& element)
+{
+    ReferenceTrackRequest track { element.getStringAttribute ("file-path"),
+                                  element.getStringAttribute ("display-name"),
+                                  {} };
+
+    for (const auto* child : element.getChildWithTagNameIterator (Tags::loop))
+        track.loops.push_back ({ child->getIntAttribute ("start-samples", 0),
+                                 child->getIntAttribute ("end-samples", 0),
+                                 child->getBoolAttribute ("active", false),
+                                 makeId() });
+
+    tracks.push_back (std::move (track));
+}
+
+void SessionState::dropTracksIfUnreadable (std::size_t keptCount)
+{
+    juce::MemoryBlock written;
+    write (written);
+
+    if (SessionXml::mayBeParsed (written.getData(), static_cast<int> (written.getSize())))
+        return;
+
+    const std::scoped_lock lock (sessionLock);
+
+    if (tracks.size() > keptCount)
+        tracks.resize (keptCount);
+}
+
+void SessionState::readStores (const juce::XmlElement& root)
+{
+    for (std::size_t store = 0; store < parameterStores.size(); ++store)
+        for (const auto* child : root.getChildWithTagNameIterator (Tags::stores[store]))
+            parameterStores[store] = child->getFirstChildElement() != nullptr
+                                         ? juce::ValueTree::fromXml (*child->getFirstChildElement())
+                                         : juce::ValueTree();
+}
+
+void SessionState::replaceParameters (juce::ValueTree tree)
+{
+    // The tree keeps what it is given, so that is a copy of its own. Nobody's lock is held meanwhile: hosts answer a
+    // change of parameters with calls of theirs.
+    SessionXml::removeNonNumbers (tree);
+    const ScopedRestoring mark (*this);
+    parameters.replaceState (tree);
+}
+
+void SessionState::storeBandGains() noexcept
+{
+    for (int band = 0; band < bandCount; ++band)
+        model.storedBandGains[static_cast<std::size_t> (band)] = model.getBandValue (band, Settings::Parameter::gain);
+}
+
+//======================================================================================================================
+void SessionState::compareSwitch (bool toggleOn)
+{
+    used = true;
+    const auto left = parameters.copyState();
+    juce::ValueTree entered;
+
+    {
+        const std::scoped_lock lock (sessionLock);
+        parameterStores[toggleOn ? 0 : 1] = left;
+        entered = parameterStores[toggleOn ? 1 : 0].createCopy();
+    }
+
+    model.setStateInformationSet (false, false);
+
+    if (entered.hasType (treeType))
+    {
+        replaceParameters (entered);
+        adopted();
+    }
+
+    storeBandGains();
+    model.setStateInformationSet (true, false);
+    selectedA = ! toggleOn;
+}
+
+void SessionState::compareCopy()
+{
+    const auto current = parameters.copyState();
+    const std::scoped_lock lock (sessionLock);
+    fillStores (current);
+}
+
+void SessionState::fillMissingStores()
+{
+    const auto current = parameters.copyState();
+    const std::scoped_lock lock (sessionLock);
+
+    // A session may have brought both meanwhile.
+    if (! parameterStores[0].isValid() || ! parameterStores[1].isValid())
+        fillStores (current);
+}
+
+void SessionState::fillStores (const juce::ValueTree& current)
+{
+    for (auto& store : parameterStores)
+        store = current.createCopy();
+}
+
+bool SessionState::hasStore (int index) const
+{
+    const std::scoped_lock lock (sessionLock);
+    return parameterStores[static_cast<std::size_t> (index)].isValid();
+}
+
+std::vector<ReferenceTrackRequest> SessionState::referenceTracks() const
+{
+    const std::scoped_lock lock (sessionLock);
+    return tracks;
+}
+
+void SessionState::removeReferenceTracks()
+{
+    const std::scoped_lock lock (sessionLock);
+    tracks.clear();
+}

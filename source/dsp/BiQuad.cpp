@@ -1,7 +1,0 @@
-#include "dsp/BiQuad.h"
-
-namespace orvik
-{
-template class BiQuad<float>;
-template class BiQuad<double>;
-} // namespace orvik

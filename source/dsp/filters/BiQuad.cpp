@@ -1,0 +1,7 @@
+#include "dsp/filters/BiQuad.h"
+
+namespace orvik
+{
+template class BiQuad<float>;
+template class BiQuad<double>;
+} // namespace orvik

@@ -1,0 +1,106 @@
+#pragma once
+
+#include "dsp/threads/BandMessage.h"
+
+#include <atomic>
+#include <condition_variable>
+#include <mutex>
+#include <vector>
+
+/** What a ParameterWorker does with its messages. All calls come from the worker's thread. */
+class IMessageHandler
+{
+public:
+    virtual ~IMessageHandler() = default;
+
+    /** Before the first message of a batch. */
+    virtual void beginBatch() = 0;
+
+    /** One message. What this or endBatch() throws is written to the standard error stream, and the loop goes on. */
+    virtual void handle (const QueuedMessage& queued) = 0;
+
+    /** After the last message of a batch, also of one cut short. */
+    virtual void endBatch() = 0;
+};
+
+/** One queue of messages and the loop that works it off in batches.
+
+    Hand-over: any thread appends to `incoming` under the mutex; the worker swaps it with a list of its own and walks
+    that without the lock. Both lists and the strings in their slots are reserved once, so that posting never touches
+    the heap. Whoever drops messages raises the drop counter under the same mutex; the worker looks at it before each
+    message. A message that was dropped, cut off or did not fit leaves a mark (takeUpdatesLost), so that the owner can
+    send the current values again: an update may lag, the last value is never lost. */
+class ParameterWorker
+{
+public:
+    explicit ParameterWorker (IMessageHandler& handler);
+
+    ParameterWorker (const ParameterWorker&) = delete;
+    ParameterWorker& operator= (const ParameterWorker&) = delete;
+
+    /** The body of the worker's thread; returns after requestStop(). */
+    void run();
+
+    /** Ends the loop: the rest of a running batch is skipped. Any thread. */
+    void requestStop();
+
+    /** Appends a message and wakes the worker. Any thread; holds the mutex for the append only, allocates nothing for
+        ids of up to 32 characters. */
+    void post (BlockProcessorMode mode, float value, const std::string& parameterId, bool gainScaleApplied) noexcept;
+
+    /** Drops everything that waits, also the rest of a running batch, and sets both counters to 0.
+        @returns whether anything was, or may have been, lost */
+    bool clear();
+
+    /** Drops everything that waits if more than `limit` messages are posted and not processed, and marks the loss. */
+    void dropAbove (int limit);
+
+    /** True while a batch is being worked off. Any thread. */
+    [[nodiscard]] bool isBusy() const noexcept { return busy.load (std::memory_order_acquire); }
+
+    /** True when nothing waits and no batch runs. Any thread but the audio thread. */
+    [[nodiscard]] bool isIdle() const;
+
+    /** Whether updates were lost since the last call, once the worker is idle; then the mark is cleared. */
+    [[nodiscard]] bool takeUpdatesLost();
+
+    /** While set, a running batch skips the messages that it has not begun. Audio thread; real-time safe. */
+    void setSkip (bool shouldSkip) noexcept { stopRequested.store (shouldSkip, std::memory_order_relaxed); }
+
+    /** Messages posted and processed since both were last equal, or dropped. */
+    [[nodiscard]] int postedCount() const noexcept { return posted.load (std::memory_order_relaxed); }
+    [[nodiscard]] int processedCount() const noexcept { return processed.load (std::memory_order_relaxed); }
+
+    static constexpr std::size_t capacity = 256;
+
+private:
+    using Batch = std::vector<QueuedMessage>;
+
+    [[nodiscard]] static Batch reservedBatch();
+    [[nodiscard]] bool takeBatch();
+    void runBatch();
+    [[nodiscard]] bool beginMessage();
+
+    IMessageHandler& handler;
+
+    std::atomic<bool> paused { false };
+    std::atomic<bool> stopRequested { false };
+    std::atomic<bool> drainRequested { false };
+    std::atomic<bool> busy { false };
+    std::atomic<bool> closing { false };
+    std::atomic<bool> updatesLost { false };
+    std::atomic<int> posted { 0 };
+    std::atomic<int> processed { 0 };
+
+    mutable std::mutex mutex;
+    std::condition_variable wake;
+    std::condition_variable drained;
+
+    Batch incoming = reservedBatch();
+    std::size_t incomingCount = 0;
+    int dropCount = 0;
+
+    Batch running = reservedBatch();
+    std::size_t runningCount = 0;
+    int dropCountAtBatch = 0;
+};
