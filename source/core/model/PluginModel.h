@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/model/HostTraits.h"
+#include "core/model/InterfaceState.h"
 #include "core/model/NotificationChannels.h"
 #include "core/model/Transport.h"
 #include "core/parameters/ParameterTable.h"
@@ -163,6 +164,8 @@ public:
 
     /** Cleared while an editor is open. */
     std::atomic<bool> editorClosed { true };
+
+    InterfaceState interfaceState;
 
 private:
     static constexpr auto relaxed = std::memory_order_relaxed;
