@@ -1,5 +1,6 @@
 #include "app/PresetsCommand.h"
 
+#include "app/Measurement.h"
 #include "core/presets/Presets.h"
 
 #include <nlohmann/json.hpp>
@@ -20,7 +21,8 @@ void printJson (const Presets::Library& library)
                               { "group", group.name.toStdString() },
                               { "name", preset.name.toStdString() },
                               { "lufs", preset.lufs },
-                              { "values", preset.values } });
+                              { "values", preset.values },
+                              { "valuesInUse", MeasurementTarget::of (library, preset).values } });
 
     std::cout << list.dump (1) << '\n';
 }
@@ -38,7 +40,7 @@ void printTable (const Presets::Library& library)
             std::cout << std::setw (5) << preset.id << "  " << std::left << std::setw (26) << preset.name << std::right
                       << std::setw (7) << preset.lufs << " LUFS ";
 
-            for (const auto value : preset.values)
+            for (const auto value : MeasurementTarget::of (library, preset).values)
                 std::cout << std::setw (7) << value;
 
             std::cout << '\n';

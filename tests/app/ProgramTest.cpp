@@ -9,6 +9,7 @@
 #include <juce_audio_formats/juce_audio_formats.h>
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
 #include <cmath>
 #include <iterator>
 #include <sstream>
@@ -125,8 +126,33 @@ TEST_F (ProgramTest, listsThePresetsByGroup)
     EXPECT_EQ (presets[0]["id"], 1);
 
     for (const auto& preset : presets)
-        for (const auto* key : { "id", "category", "group", "name", "lufs", "values" })
+        for (const auto* key : { "id", "category", "group", "name", "lufs", "values", "valuesInUse" })
             EXPECT_TRUE (preset.contains (key)) << key;
+}
+
+TEST_F (ProgramTest, tellsPresetValuesThatAreStoredFromThoseInUse)
+{
+    const auto presets = nlohmann::json::parse (solvane ({ "presets", "--json" }).output);
+
+    const auto presetOf = [&presets] (int id) {
+        return *std::find_if (presets.begin(), presets.end(), [id] (const auto& preset) { return preset["id"] == id; });
+    };
+
+    // Nine values are stored; the tenth comes from the curve.
+    const auto darkPopOfBass = presetOf (4);
+    EXPECT_EQ (darkPopOfBass["values"].size(), 9u);
+    ASSERT_EQ (darkPopOfBass["valuesInUse"].size(), 10u);
+    EXPECT_NEAR (darkPopOfBass["valuesInUse"][9].get<double>(), -73.94, 0.005);
+
+    const auto trumpet = presetOf (40);
+    EXPECT_NEAR (trumpet["values"][9].get<double>(), -59.35, 0.005);
+    EXPECT_NEAR (trumpet["valuesInUse"][9].get<double>(), -57.50, 0.005);
+    EXPECT_EQ (trumpet["values"][8], trumpet["valuesInUse"][8]);
+
+    const auto eightOhEight = presetOf (2);
+    EXPECT_EQ (eightOhEight["valuesInUse"][9], 0.0) << "there is no curve through equal values";
+
+    EXPECT_THAT (solvane ({ "presets" }).output, HasSubstr ("-73.9"));
 }
 
 TEST_F (ProgramTest, measuresFilesAgainstAPreset)
