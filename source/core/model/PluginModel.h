@@ -11,6 +11,7 @@
 
 #include <array>
 #include <atomic>
+#include <memory>
 #include <mutex>
 
 /** State that processor, workers and editor share. It computes nothing beyond the mapping of a control to a value.
@@ -166,6 +167,10 @@ public:
     std::atomic<bool> editorClosed { true };
 
     InterfaceState interfaceState;
+
+    /** What the interface draws with; the interface makes it when a window first opens, and it outlives the window, as
+        its fonts are dear to load. Message thread only. */
+    std::unique_ptr<juce::LookAndFeel> lookAndFeel;
 
 private:
     static constexpr auto relaxed = std::memory_order_relaxed;

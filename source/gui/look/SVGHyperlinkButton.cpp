@@ -1,0 +1,41 @@
+#include "gui/look/SVGHyperlinkButton.h"
+
+#include "gui/look/Fonts.h"
+#include "gui/look/Palette.h"
+
+namespace orvik
+{
+namespace
+{
+constexpr float textHeight = 15.0f;
+} // namespace
+
+SVGHyperlinkButton::SVGHyperlinkButton (const juce::String& name, juce::URL address)
+    : SVGButton (name),
+      openAddress ([] (const juce::URL& target) { target.launchInDefaultBrowser(); }),
+      url (std::move (address))
+{
+    setButtonText (name);
+    setMouseCursor (juce::MouseCursor::PointingHandCursor);
+}
+
+void SVGHyperlinkButton::paintButton (juce::Graphics& g, bool over, bool down)
+{
+    SVGButton::paintButton (g, over, down);
+
+    if (imageFor (over, down) != nullptr)
+        return;
+
+    auto font = Fonts::regular (textHeight);
+    font.setUnderline (over);
+    g.setFont (font);
+    g.setColour (juce::Colour (Palette::text).withMultipliedAlpha (down ? 0.7f : 1.0f));
+    g.drawText (getButtonText(), getLocalBounds(), juce::Justification::centredLeft);
+}
+
+void SVGHyperlinkButton::clicked()
+{
+    if (url.isWellFormed())
+        openAddress (url);
+}
+} // namespace orvik
