@@ -76,6 +76,13 @@ VelmoraAudioProcessor::~VelmoraAudioProcessor()
     parameters.reset();
 }
 
+bool VelmoraAudioProcessor::isBusesLayoutSupported (const BusesLayout& layout) const
+{
+    const auto input = layout.getMainInputChannelSet();
+    return input == layout.getMainOutputChannelSet()
+           && (input == juce::AudioChannelSet::mono() || input == juce::AudioChannelSet::stereo());
+}
+
 void VelmoraAudioProcessor::prepareToPlay (double sampleRate, int maxBlock)
 {
     if (host.hostIsWavelab && sampleRate == 0.0)

@@ -39,6 +39,10 @@ public:
 
     //==================================================================================================================
     const juce::String getName() const override { return "SOLVANE"; }
+
+    /** Mono to mono and stereo to stereo; a host that asks for more would wire channels that nobody serves. */
+    bool isBusesLayoutSupported (const BusesLayout& layout) const override;
+
     void prepareToPlay (double sampleRate, int maxBlock) override;
 
     /** Does nothing: buffers stay until the next prepare. */

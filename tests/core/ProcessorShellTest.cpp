@@ -50,6 +50,28 @@ TEST (ProcessorShellTest, hasOneStereoInputAndOneStereoOutputThatAreOn)
     EXPECT_EQ (processor.getTotalNumOutputChannels(), 2);
 }
 
+TEST (ProcessorShellTest, takesMonoToMonoAndStereoToStereoAndNothingElse)
+{
+    using Set = juce::AudioChannelSet;
+    VelmoraAudioProcessor processor (PluginRig::plainHost());
+    const std::vector<Set> sets {
+        Set::disabled(),           Set::mono(),          Set::stereo(),      Set::createLCR(),
+        Set::quadraphonic(),       Set::create5point1(), Set::ambisonic (1), Set::discreteChannels (2),
+        Set::discreteChannels (64)
+    };
+
+    for (const auto& input : sets)
+        for (const auto& output : sets)
+        {
+            juce::AudioProcessor::BusesLayout layout;
+            layout.inputBuses.add (input);
+            layout.outputBuses.add (output);
+            EXPECT_EQ (processor.checkBusesLayoutSupported (layout),
+                       input == output && (input == Set::mono() || input == Set::stereo()))
+                << input.getDescription() << " to " << output.getDescription();
+        }
+}
+
 TEST (ProcessorShellTest, givesItsBypassParameterToEveryHostButProTools)
 {
     VelmoraAudioProcessor plain (PluginRig::plainHost());

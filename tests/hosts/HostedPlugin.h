@@ -29,7 +29,8 @@ public:
 
     virtual ~HostedPlugin() = default;
 
-    /** Asks for mono or stereo in and out; false if the format or the plug-in refuses. Before prepare(). */
+    /** Asks for as many channels in as out, up to eight; false if the format or the plug-in refuses. Before prepare().
+     */
     virtual bool setChannelCount (int count) = 0;
     virtual void prepare (double sampleRate, int maxBlock) = 0;
 

@@ -1,3 +1,4 @@
+#include "hosts/HostRun.h"
 #include "hosts/HostedPlugin.h"
 #include "hosts/SharedLibrary.h"
 #include "hosts/Vst2Host.h"
@@ -24,6 +25,31 @@ TEST (IdentityTest, theClassicInterfaceTellsItsIdNameAndVendor)
     EXPECT_EQ (host.vendor(), "Brevlen");
     EXPECT_TRUE (host.canDo ("bypass"));
 }
+
+TEST (IdentityTest, theClassicInterfaceHasTwoInputsAndTwoOutputs)
+{
+    const Vst2Host host (libraryPathOf (PluginFormat::vst2));
+    EXPECT_EQ (host.inputCount(), 2);
+    EXPECT_EQ (host.outputCount(), 2);
+}
+
+using LayoutOfFormatTest = testing::TestWithParam<PluginFormat>;
+
+TEST_P (LayoutOfFormatTest, surroundIsRefusedAndStereoGoesOn)
+{
+    const auto plugin = HostedPlugin::open (GetParam());
+    EXPECT_FALSE (plugin->setChannelCount (6));
+
+    plugin->prepare (48000.0, 512);
+    hostRun::settle (*plugin, 2, 512);
+    const auto input = signals::noise (2, 2048, 51);
+    EXPECT_EQ (hostRun::differenceFromDelayed (hostRun::run (*plugin, input, 512), input, 178), 0.0f);
+}
+
+INSTANTIATE_TEST_SUITE_P (Formats,
+                          LayoutOfFormatTest,
+                          testing::Values (PluginFormat::vst2, PluginFormat::vst3, PluginFormat::lv2),
+                          [] (const auto& tested) { return nameOf (tested.param); });
 
 TEST (IdentityTest, theVst3FactoryTellsTheClassIdsOfProcessorAndController)
 {

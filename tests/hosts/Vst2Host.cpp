@@ -23,7 +23,9 @@ using EntryFunction = AEffect* (*) (audioMasterCallback);
 VstSpeakerArrangement arrangementFor (int channelCount)
 {
     VstSpeakerArrangement arrangement {};
-    arrangement.type = channelCount == 1 ? kSpeakerArrMono : kSpeakerArrStereo;
+    arrangement.type = channelCount == 1   ? kSpeakerArrMono
+                       : channelCount == 2 ? kSpeakerArrStereo
+                                           : kSpeakerArrUserDefined;
     arrangement.numChannels = channelCount;
 
     for (int channel = 0; channel < channelCount; ++channel)

@@ -33,7 +33,7 @@ public:
     /** What the plug-in hears when it asks whether it renders offline. Takes effect at the next prepare(). */
     void setOffline (bool offlineToTell) noexcept { offline = offlineToTell; }
 
-    /** Asks for mono or stereo in and out; false if the plug-in refuses. While it is not prepared. */
+    /** Asks for as many channels in as out, up to eight; false if the plug-in refuses. While it is not prepared. */
     bool setChannelCount (int count);
 
     /** Announces rate and largest block, and switches the plug-in off and on. */
