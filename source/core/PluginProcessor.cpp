@@ -3,6 +3,8 @@
 #include "core/MessageThreadPause.h"
 #include "dsp/rate/ReducedRate.h"
 
+#include <utility>
+
 namespace
 {
 constexpr int timerIntervalMilliseconds = 50;
@@ -31,8 +33,11 @@ VelmoraAudioProcessor::VelmoraAudioProcessor (const HostDescription& description
           [this] (BandEngine::CurrentUpdates& updates) { router.readCurrentUpdates (updates); }),
       router (model, engine, { [this] { updateLatency (false); }, [this] (int id) { choosePreset (id); } }),
       analysis (model, target, [this] { return loudnessMeters().inputLoudness(); }),
-      audioCallback (model, engine, analysis, host, hostDescription, [this] { return isOfflineRender(); })
+      audioCallback (model, engine, analysis, host, hostDescription, [this] { return isOfflineRender(); }),
+      latencyReport ([this] { setLatencySamples (latencyToReport()); })
 {
+    noteMessageThread();
+
     // Not every wrapper keeps its message thread away from an instance that comes or goes.
     const MessageThreadPause pause (wrapperType != wrapperType_Undefined);
 
@@ -85,6 +90,8 @@ bool VelmoraAudioProcessor::isBusesLayoutSupported (const BusesLayout& layout) c
 
 void VelmoraAudioProcessor::prepareToPlay (double sampleRate, int maxBlock)
 {
+    noteMessageThread();
+
     if (host.hostIsWavelab && sampleRate == 0.0)
         sampleRate = rateForUnknownRate;
 
@@ -149,6 +156,11 @@ juce::AudioProcessorEditor* VelmoraAudioProcessor::createEditor()
 
 void VelmoraAudioProcessor::updateLatency (bool force)
 {
+    refreshLatency (force, DelayLines::clear);
+}
+
+void VelmoraAudioProcessor::refreshLatency (bool force, DelayLines lines)
+{
     const auto currentLatency = [this]
     { return baseLatencyFor (model.sampleRate, model.filterMode(), model.filterPhase()); };
     std::optional<int> latency;
@@ -160,12 +172,32 @@ void VelmoraAudioProcessor::updateLatency (bool force)
         latency = currentLatency();
         const auto base = latency.value_or (model.baseLatency);
         model.baseLatency = base;
-
-        if (force || ! host.hostIsCubase)
-            reportLatency (base + (model.fifosEngaged ? model.decimationFactor.load() : 0), force);
-
-        audioCallback.updateLatency (base);
+        audioCallback.updateLatency (base, lines == DelayLines::clear);
     } while (latency != currentLatency());
+
+    if (! force && host.hostIsCubase)
+        return;
+
+    latencyReport.request();
+
+    // Telling the host posts a message, which allocates, and any thread but the message thread may be one on which
+    // audio runs, so there it waits for the timer. A host that prepares reads the figure right afterwards.
+    if (force || messageThread == std::this_thread::get_id())
+        latencyReport.tell();
+}
+
+int VelmoraAudioProcessor::latencyToReport() const noexcept
+{
+    const auto base = baseLatencyFor (model.sampleRate, model.filterMode(), model.filterPhase());
+    return base.value_or (model.baseLatency) + (model.fifosEngaged ? model.decimationFactor.load() : 0);
+}
+
+void VelmoraAudioProcessor::noteMessageThread()
+{
+    // Which thread it is can change during a plug-in's life, and the framework takes a lock to answer, so the answer is
+    // kept; the timer brings it up to date.
+    if (juce::MessageManager::existsAndIsCurrentThread())
+        messageThread = std::this_thread::get_id();
 }
 
 void VelmoraAudioProcessor::getStateInformation (juce::MemoryBlock& destination)
@@ -176,6 +208,9 @@ void VelmoraAudioProcessor::getStateInformation (juce::MemoryBlock& destination)
 void VelmoraAudioProcessor::setStateInformation (const void* data, int size)
 {
     session->read (data, size);
+
+    // A host may read the figure right after it has set the state, and not again.
+    latencyReport.tell();
 }
 
 void VelmoraAudioProcessor::adoptReplacedParameters()
@@ -250,28 +285,6 @@ void VelmoraAudioProcessor::resetAnalysis()
     analysis.resetAnalysis();
 }
 
-void VelmoraAudioProcessor::reportLatency (int samples, bool atOnce)
-{
-    pendingLatency = samples;
-
-    // Telling the host posts a message, which allocates, and any thread but the message thread may be one on which
-    // audio runs, so there it waits for the timer. A host that prepares reads the figure right afterwards.
-    if (atOnce || juce::MessageManager::existsAndIsCurrentThread())
-        tellPendingLatency();
-}
-
-void VelmoraAudioProcessor::tellPendingLatency()
-{
-    // The framework's figure is a plain one: one thread at a time writes it, also what another leaves meanwhile.
-    while (pendingLatency >= 0 && ! tellingLatency.test_and_set())
-    {
-        if (const auto latency = pendingLatency.exchange (-1); latency >= 0)
-            setLatencySamples (latency);
-
-        tellingLatency.clear();
-    }
-}
-
 bool VelmoraAudioProcessor::isOfflineRender() const noexcept
 {
     if (host.reportsOfflineRendering)
@@ -282,6 +295,13 @@ bool VelmoraAudioProcessor::isOfflineRender() const noexcept
 
 void VelmoraAudioProcessor::timerCallback()
 {
-    tellPendingLatency();
+    noteMessageThread();
+
+    // Blocks go through the FIFOs by now, and the delay that prepare told lacks their share. The audio that is under
+    // way keeps its delay lines.
+    if (model.fifosEngaged && ! std::exchange (fifoShareReported, true))
+        refreshLatency (false, DelayLines::keepUnlessChanged);
+
+    latencyReport.tell();
     engine.maintainQueues();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/LatencyReport.h"
 #include "core/ParameterRouter.h"
 #include "core/audio/AudioCallback.h"
 #include "core/audio/BandEngine.h"
@@ -13,7 +14,9 @@
 
 #include <juce_audio_processors/juce_audio_processors.h>
 
+#include <atomic>
 #include <memory>
+#include <thread>
 
 /** The plug-in as the framework sees it. Owns everything that outlives the editor, and delegates. */
 class VelmoraAudioProcessor final : public juce::AudioProcessor, public SettingsUtilities, private juce::Timer
@@ -83,8 +86,10 @@ public:
     [[nodiscard]] SessionState& sessionState() noexcept { return *session; }
     [[nodiscard]] juce::AudioProcessorValueTreeState& getAPVTS() noexcept { return *parameters; }
 
-    /** Works out the latency, tells the host, and sizes the delay lines. Any thread.
-        @param force tells a host even where a change of latency is kept for the next prepare (Cubase) */
+    /** Works out the latency, tells the host, and sizes the delay lines, which are cleared. Any thread; real-time safe
+        without force, where any thread but the message thread leaves the telling to the timer.
+        @param force tells even a host for which a change of latency is kept for the next prepare (Cubase), and has told
+                     on return */
     void updateLatency (bool force);
 
     /** Whether the current block is rendered offline: as the host says, or, where that is not to be trusted, when the
@@ -107,8 +112,15 @@ private:
     void timerCallback() override;
     void adoptReplacedParameters();
     void choosePreset (int id);
-    void reportLatency (int samples, bool atOnce);
-    void tellPendingLatency();
+    enum class DelayLines
+    {
+        clear,
+        keepUnlessChanged
+    };
+
+    void refreshLatency (bool force, DelayLines lines);
+    void noteMessageThread();
+    [[nodiscard]] int latencyToReport() const noexcept;
 
     const HostTraits host;
     const HostDescription hostDescription;
@@ -120,8 +132,9 @@ private:
     AudioCallback audioCallback;
     std::unique_ptr<juce::AudioProcessorValueTreeState> parameters;
     std::unique_ptr<SessionState> session;
-    std::atomic<int> pendingLatency { -1 };
-    std::atomic_flag tellingLatency;
+    LatencyReport latencyReport;
+    std::atomic<std::thread::id> messageThread;
+    bool fifoShareReported = false;
     int mainBypassToken = 0;
     ChangeCount presetChoices;
 

@@ -77,6 +77,24 @@ TEST_P (LatencyTest, isReportedByPrepareAndWithTheFactorOnceTheFifoIsInUse)
     EXPECT_EQ (rig.reportedLatency(), tested.latency + tested.factor);
 }
 
+TEST_P (LatencyTest, isReportedWithTheFactorByTheFirstTimerTurnAfterABlockAndByEachPrepareThereafter)
+{
+    const auto& tested = GetParam();
+    PluginRig rig;
+    rig.set (ParameterIds::mode, tested.mode);
+    rig.set (ParameterIds::phase, tested.phase);
+    rig.prepare (tested.sampleRate, 256);
+    HostListener listener (rig.processor);
+    rig.runSilence (256, 256);
+    PluginRig::serveMessagesUntil ([&] { return listener.latencyChanges > 0; });
+    EXPECT_EQ (rig.reportedLatency(), tested.latency + tested.factor);
+    EXPECT_EQ (positionOfImpulse (rig), rig.reportedLatency());
+
+    rig.prepare (tested.sampleRate, 256);
+    EXPECT_EQ (rig.reportedLatency(), tested.latency + tested.factor);
+    EXPECT_EQ (listener.latencyChanges, 1);
+}
+
 TEST_P (LatencyTest, isReportedAtOnceWhenModeAndPhaseChangeLater)
 {
     const auto& tested = GetParam();
@@ -183,7 +201,7 @@ INSTANTIATE_TEST_SUITE_P (Table,
                                      + (latencyCase.phase == linear ? "Linear" : "Minimum");
                           });
 
-TEST (LatencyReportTest, anEqualLatencyIsNotToldAgain)
+TEST (ReportedLatencyTest, anEqualLatencyIsNotToldAgain)
 {
     PluginRig rig;
     rig.prepare (48000.0, 64);
@@ -195,7 +213,7 @@ TEST (LatencyReportTest, anEqualLatencyIsNotToldAgain)
     EXPECT_EQ (listener.latencyChanges, 1);
 }
 
-TEST (LatencyReportTest, cubaseHearsOnlyFromPrepareWhileTheDelayLinesFollowAtOnce)
+TEST (ReportedLatencyTest, cubaseHearsOnlyFromPrepareWhileTheDelayLinesFollowAtOnce)
 {
     PluginRig rig (hostOfType (Host::SteinbergCubase9));
     rig.prepare (48000.0, 1024);
@@ -219,7 +237,7 @@ TEST (LatencyReportTest, cubaseHearsOnlyFromPrepareWhileTheDelayLinesFollowAtOnc
     EXPECT_EQ (listener.latencyChanges, 1);
 }
 
-TEST (LatencyReportTest, otherHostsHearAtOnce)
+TEST (ReportedLatencyTest, otherHostsHearAtOnce)
 {
     for (const auto type : { Host::UnknownHost, Host::SteinbergNuendo5, Host::Reaper })
     {
@@ -232,7 +250,100 @@ TEST (LatencyReportTest, otherHostsHearAtOnce)
     }
 }
 
-TEST (LatencyReportTest, aChangeOnTheAudioThreadIsToldByTheTimer)
+/** Serves the timers of everything that is prepared by now once, at least. */
+void serveOneTimerTurn()
+{
+    // The framework's timers come in the order in which they are due, and this one is due last.
+    PluginRig last;
+    last.prepare (48000.0, 64);
+    last.runSilence (64, 64);
+    PluginRig::serveMessagesUntil ([&] { return last.reportedLatency() == last.trueLatency(); });
+}
+
+TEST (ReportedLatencyTest, beforeTheFirstBlockTheTimerHasNothingToReport)
+{
+    PluginRig rig;
+    rig.prepare (48000.0, 64);
+    HostListener listener (rig.processor);
+    serveOneTimerTurn();
+    EXPECT_EQ (rig.reportedLatency(), 174);
+    EXPECT_EQ (listener.latencyChanges, 0);
+}
+
+TEST (ReportedLatencyTest, cubaseHearsOfTheFifosFromPrepareAlone)
+{
+    PluginRig rig (hostOfType (Host::SteinbergCubase9));
+    rig.prepare (48000.0, 64);
+    rig.runSilence (64, 64);
+    serveOneTimerTurn();
+    EXPECT_EQ (rig.reportedLatency(), 174);
+    rig.prepare (48000.0, 64);
+    EXPECT_EQ (rig.reportedLatency(), 178);
+}
+
+TEST (ReportedLatencyTest, theReportOfTheTimerLeavesTheAudioThatIsUnderWay)
+{
+    PluginRig rig;
+    rig.prepare (48000.0, 64);
+
+    // Both paths, which are joined with the dry signal from a delay line.
+    rig.setBand (0, 8000.0f, 0.0f);
+    rig.setBand (1, 8000.0f, 0.0f);
+    rig.set (1, Settings::Parameter::midSide, 0.2f);
+    rig.waitForWorkers();
+    ASSERT_TRUE (rig.processor.model.stereoPathActive() && rig.processor.model.midSidePathActive());
+
+    const auto input = signals::noise (2, 4096, 17);
+    auto blocks = 0;
+    const auto output = rig.run (input,
+                                 [&]
+                                 {
+                                     if (++blocks == 33)
+                                         serveOneTimerTurn();
+
+                                     return 64;
+                                 });
+    EXPECT_EQ (rig.reportedLatency(), rig.trueLatency());
+    EXPECT_EQ (signals::firstDifference (output, signals::delayedBy (input, rig.trueLatency()), 1.0e-6f), "");
+}
+
+TEST (ReportedLatencyTest, aBypassedBlockFollowsTheReportOfTheTimer)
+{
+    PluginRig rig;
+    rig.prepare (48000.0, 1024);
+    rig.runSilence (64, 64);
+    PluginRig::serveMessagesUntil ([&] { return rig.reportedLatency() == rig.trueLatency(); });
+
+    juce::AudioBuffer<float> buffer (2, 1024);
+    buffer.clear();
+    buffer.setSample (0, 0, 1.0f);
+    juce::MidiBuffer noMidi;
+    rig.processor.processBlockBypassed (buffer, noMidi);
+    EXPECT_EQ (buffer.getSample (0, rig.reportedLatency()), 1.0f);
+}
+
+TEST (ReportedLatencyTest, aStateThatAnotherThreadLoadsIsToldWhenItIsLoaded)
+{
+    PluginRig source;
+    source.prepare (48000.0, 64);
+    source.set (ParameterIds::mode, 1.0f);
+    juce::MemoryBlock state;
+    source.processor.getStateInformation (state);
+
+    PluginRig rig;
+    rig.prepare (48000.0, 64);
+    auto told = 0;
+    std::thread loader (
+        [&]
+        {
+            rig.processor.setStateInformation (state.getData(), static_cast<int> (state.getSize()));
+            told = rig.reportedLatency();
+        });
+    loader.join();
+    EXPECT_EQ (told, 274);
+}
+
+TEST (ReportedLatencyTest, aChangeOnTheAudioThreadIsToldByTheTimer)
 {
     PluginRig rig;
     rig.prepare (48000.0, 64);
@@ -253,7 +364,7 @@ TEST (LatencyReportTest, aChangeOnTheAudioThreadIsToldByTheTimer)
     EXPECT_EQ (rig.reportedLatency(), 144 + 4);
 }
 
-TEST (LatencyReportTest, aPrepareTellsAtOnceOnTheThreadThatRendersToo)
+TEST (ReportedLatencyTest, aPrepareTellsAtOnceOnTheThreadThatRendersToo)
 {
     PluginRig rig;
     auto before = 0;
@@ -275,7 +386,7 @@ TEST (LatencyReportTest, aPrepareTellsAtOnceOnTheThreadThatRendersToo)
     EXPECT_NE (after, before);
 }
 
-TEST (LatencyReportTest, anAudioThreadThatHasRunNoBlockYetLeavesItToTheTimer)
+TEST (ReportedLatencyTest, anAudioThreadThatHasRunNoBlockYetLeavesItToTheTimer)
 {
     PluginRig rig;
     rig.prepare (48000.0, 64);
@@ -294,7 +405,7 @@ TEST (LatencyReportTest, anAudioThreadThatHasRunNoBlockYetLeavesItToTheTimer)
     PluginRig::serveMessagesUntil ([&] { return rig.reportedLatency() != before; });
 }
 
-TEST (LatencyReportTest, aRateThatIsNotServedKeepsFactorAndLatency)
+TEST (ReportedLatencyTest, aRateThatIsNotServedKeepsFactorAndLatency)
 {
     PluginRig rig;
     rig.set (ParameterIds::mode, 1.0f);
@@ -314,14 +425,14 @@ TEST (LatencyReportTest, aRateThatIsNotServedKeepsFactorAndLatency)
     EXPECT_EQ (fresh.reportedLatency(), 0);
 }
 
-TEST (LatencyReportTest, aBlockSizeThatPassesAudioThroughStillReports)
+TEST (ReportedLatencyTest, aBlockSizeThatPassesAudioThroughStillReports)
 {
     PluginRig rig;
     rig.prepare (48000.0, 8193);
     EXPECT_EQ (rig.reportedLatency(), 174);
 }
 
-TEST (LatencyReportTest, theHighestRatesForceLinearPhaseForGood)
+TEST (ReportedLatencyTest, theHighestRatesForceLinearPhaseForGood)
 {
     for (const auto rate : { 176400.0, 192000.0 })
     {
@@ -341,7 +452,7 @@ TEST (LatencyReportTest, theHighestRatesForceLinearPhaseForGood)
     }
 }
 
-TEST (LatencyReportTest, aModeThatChangedWhileAudioStoodIsInPlaceFromTheFirstSampleAfterPrepare)
+TEST (ReportedLatencyTest, aModeThatChangedWhileAudioStoodIsInPlaceFromTheFirstSampleAfterPrepare)
 {
     PluginRig rig;
     rig.prepare (48000.0, 64);
@@ -353,7 +464,7 @@ TEST (LatencyReportTest, aModeThatChangedWhileAudioStoodIsInPlaceFromTheFirstSam
     EXPECT_EQ (signals::firstDifference (rig.run (input, 64), signals::delayedBy (input, 274 + 4)), "");
 }
 
-TEST (LatencyReportTest, forcingThePhaseCostsNoAudio)
+TEST (ReportedLatencyTest, forcingThePhaseCostsNoAudio)
 {
     PluginRig rig;
     rig.set (ParameterIds::phase, 0.0f);

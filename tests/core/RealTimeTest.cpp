@@ -252,7 +252,9 @@ TEST_P (RealTimeTest, aNewRateLeavesTheCallbackAsItWas)
 
 TEST_P (RealTimeTest, theListenerTakesNoMoreThanTheQueuesLocksAndTheNotifyLock)
 {
-    ParameterRouter router (rig.processor.model, rig.processor.bandEngine(), { [] {}, [] (int) {} });
+    ParameterRouter router (rig.processor.model,
+                            rig.processor.bandEngine(),
+                            { [this] { rig.processor.updateLatency (false); }, [] (int) {} });
 
     struct Expectation
     {

@@ -2,6 +2,7 @@
 
 #include <juce_audio_processors/juce_audio_processors.h>
 
+#include <chrono>
 #include <memory>
 #include <string>
 #include <vector>
@@ -41,7 +42,7 @@ public:
     [[nodiscard]] virtual int reportedLatency() = 0;
 
     /** Lets the plug-in tell what it wants to tell, until it reports this latency; false if it does not in time. */
-    [[nodiscard]] bool waitForLatency (int expected);
+    [[nodiscard]] bool waitForLatency (int expected, std::chrono::milliseconds longest = std::chrono::seconds (20));
 
     [[nodiscard]] virtual int parameterCount() const = 0;
     [[nodiscard]] virtual std::string parameterName (int index) const = 0;

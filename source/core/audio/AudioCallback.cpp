@@ -70,10 +70,15 @@ void AudioCallback::prepare()
         meters.prepare (model.sampleRate);
 }
 
-void AudioCallback::updateLatency (int base) noexcept
+void AudioCallback::updateLatency (int base, bool always) noexcept
 {
-    mixerLatency.publish (base);
-    bypassDelay.setLength (base + (model.fifosEngaged ? model.decimationFactor.load() : 0));
+    const auto withFifos = base + (model.fifosEngaged ? model.decimationFactor.load() : 0);
+
+    if (always || mixerLatency.latest() != base)
+        mixerLatency.publish (base);
+
+    if (always || bypassDelay.length() != withFifos)
+        bypassDelay.setLength (withFifos);
 }
 
 void AudioCallback::process (juce::AudioBuffer<float>& buffer,

@@ -34,8 +34,9 @@ public:
         rate converter's filters. Audio stopped. */
     void prepare();
 
-    /** Sizes both delay lines for a base latency in samples; they are cleared at the next block. Any thread. */
-    void updateLatency (int base) noexcept;
+    /** Sizes both delay lines for a base latency in samples. They are cleared at the next block; with `always` false
+        only one whose length has changed. Any thread; real-time safe. */
+    void updateLatency (int base, bool always = true) noexcept;
 
     /** The meters, of which the audio thread feeds all three. */
     [[nodiscard]] LoudnessMeters& loudnessMeters() noexcept { return meters; }
