@@ -96,15 +96,19 @@ TEST (IdentityTest, theLv2BundleHasItsUriInTheWorldOfOrdinaryHosts)
     EXPECT_TRUE (text.contains ("Brevlen")) << text;
 }
 
-/** Names of the functions and variables that a library offers to everybody, but for what the language's own library
-    instantiates, which the linker merges. */
-std::vector<std::string> strongSymbolsOf (PluginFormat format)
+/** The names in a file's symbol table, or in the one that other libraries see. */
+std::vector<std::string> symbolsOf (const std::string& path, bool onlyOffered)
 {
+    juce::StringArray command { SOLVANE_NM, "--defined-only" };
+
+    if (onlyOffered)
+        command.add ("--dynamic");
+
+    command.add (path);
     juce::ChildProcess process;
 
-    if (! process.start (
-            juce::StringArray { SOLVANE_NM, "--dynamic", "--defined-only", juce::String (libraryPathOf (format)) }))
-        return {};
+    if (! process.start (command))
+        return { "nm could not be started" };
 
     std::vector<std::string> names;
 
@@ -112,7 +116,7 @@ std::vector<std::string> strongSymbolsOf (PluginFormat format)
     {
         const auto words = juce::StringArray::fromTokens (line, " ", {});
 
-        if (words.size() >= 3 && juce::String ("TDBR").contains (words[1]))
+        if (words.size() >= 3 && words[1].length() == 1)
             names.push_back (words[2].toStdString());
     }
 
@@ -121,12 +125,53 @@ std::vector<std::string> strongSymbolsOf (PluginFormat format)
 
 TEST (IdentityTest, librariesOfferTheirEntryPointsAndNothingElse)
 {
-    EXPECT_THAT (strongSymbolsOf (PluginFormat::vst2), testing::UnorderedElementsAre ("VSTPluginMain", "main"));
-    EXPECT_THAT (strongSymbolsOf (PluginFormat::vst3),
+    EXPECT_THAT (symbolsOf (libraryPathOf (PluginFormat::vst2), true),
+                 testing::UnorderedElementsAre ("VSTPluginMain", "main"));
+    EXPECT_THAT (symbolsOf (libraryPathOf (PluginFormat::vst3), true),
                  testing::UnorderedElementsAre ("GetPluginFactory", "ModuleEntry", "ModuleExit"));
-    EXPECT_THAT (strongSymbolsOf (PluginFormat::lv2),
+    EXPECT_THAT (symbolsOf (libraryPathOf (PluginFormat::lv2), true),
                  testing::UnorderedElementsAre ("lv2_descriptor", "lv2ui_descriptor"));
 }
+
+struct Product
+{
+    std::string path;
+    std::string symbols;
+};
+
+class SymbolsTest : public testing::TestWithParam<Product>
+{
+};
+
+TEST_P (SymbolsTest, stayOutOfWhatIsInstalledAndAreFoundByADebugger)
+{
+    if (! SOLVANE_IS_STRIPPED)
+        GTEST_SKIP() << "only a release is stripped";
+
+    EXPECT_THAT (symbolsOf (GetParam().path, false), testing::IsEmpty());
+
+    const std::string symbols (SOLVANE_DIST "/debug/" + GetParam().symbols);
+    EXPECT_THAT (symbolsOf (symbols, false), testing::Contains (testing::HasSubstr ("VelmoraAudioProcessor")));
+
+    juce::MemoryBlock product;
+    ASSERT_TRUE (juce::File (juce::String (GetParam().path)).loadFileAsData (product));
+    EXPECT_NE (std::string_view (product.begin(), product.getSize()).find (GetParam().symbols), std::string_view::npos)
+        << "no link to the symbols";
+}
+
+INSTANTIATE_TEST_SUITE_P (
+    Products,
+    SymbolsTest,
+    testing::Values (Product { libraryPathOf (PluginFormat::vst2), "SOLVANE-vst2.debug" },
+                     Product { libraryPathOf (PluginFormat::vst3), "SOLVANE-vst3.debug" },
+                     Product { libraryPathOf (PluginFormat::lv2), "SOLVANE-lv2.debug" },
+                     Product { SOLVANE_DIST "/standalone/SOLVANE", "SOLVANE-standalone.debug" },
+                     Product { SOLVANE_DIST "/bin/solvane", "solvane.debug" }),
+    [] (const auto& tested)
+    {
+        auto name = juce::String (tested.param.symbols).upToFirstOccurrenceOf (".", false, false);
+        return name.retainCharacters ("abcdefghijklmnopqrstuvwxyzVST0123456789SOLANE").toStdString();
+    });
 
 using ParameterListTest = testing::TestWithParam<PluginFormat>;
 
