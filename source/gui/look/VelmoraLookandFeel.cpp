@@ -38,6 +38,7 @@ constexpr float tipTextHeight = 14.0f;
 constexpr float tipRadius = 4.0f;
 constexpr float tipWidth = 320.0f;
 constexpr float tipInset = 8.0f;
+constexpr float tipLineSpacing = 2.0f;
 constexpr int tipDistance = 16;
 
 juce::Colour colour (Palette::Argb argb)
@@ -54,6 +55,7 @@ juce::TextLayout layoutTip (const juce::String& text, const juce::Font& font, fl
 {
     juce::AttributedString attributed;
     attributed.setJustification (juce::Justification::topLeft);
+    attributed.setLineSpacing (tipLineSpacing);
     attributed.append (text, font, colour (Palette::hintLabel));
 
     juce::TextLayout layout;
