@@ -1,0 +1,23 @@
+#include "gui/editor/EditorMessages.h"
+
+juce::String EditorMessages::masterLimits()
+{
+    return juce::String::fromUTF8 ("Master filters can only be applied where gain is less than \u00B14dB and Q is less "
+                                   "than 1.5.\n\nChange Filter Mode to 'Mix' for adjustments above \u00B14dB.");
+}
+
+juce::String EditorMessages::bandsOutOfScale()
+{
+    return "EQ bands not within selected scale.";
+}
+
+bool EditorMessages::showsMasterLimits (const Situation& situation) noexcept
+{
+    return situation.notificationsWanted && situation.bandChangedByUser && ! situation.menuOpen
+           && ! situation.canUseMasterMode && situation.masterMode && situation.masterMessageCount < masterMessageLimit;
+}
+
+bool EditorMessages::showsBandsOutOfScale (const Situation& situation) noexcept
+{
+    return situation.notificationsWanted && ! situation.menuOpen;
+}

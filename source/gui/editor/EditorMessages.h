@@ -1,0 +1,29 @@
+#pragma once
+
+#include <juce_core/juce_core.h>
+
+/** What the window says unasked, and when. */
+namespace EditorMessages
+{
+/** How often one instance explains the limits of Master. */
+inline constexpr int masterMessageLimit = 6;
+
+[[nodiscard]] juce::String masterLimits();
+[[nodiscard]] juce::String bandsOutOfScale();
+
+struct Situation
+{
+    bool notificationsWanted = true;
+    bool menuOpen = false;
+    bool bandChangedByUser = false;
+    bool canUseMasterMode = true;
+    bool masterMode = true;
+    int masterMessageCount = 0;
+};
+
+/** Whether a change of "canUseMasterMode" is explained. */
+[[nodiscard]] bool showsMasterLimits (const Situation& situation) noexcept;
+
+/** Whether bands that a scale leaves outside are mentioned. */
+[[nodiscard]] bool showsBandsOutOfScale (const Situation& situation) noexcept;
+} // namespace EditorMessages
