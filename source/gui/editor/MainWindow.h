@@ -1,0 +1,66 @@
+#pragma once
+
+#include "gui/editor/EmptyRoom.h"
+#include "gui/menu/BurgerMenu.h"
+
+#include <memory>
+
+/** The middle of the window: the room between its two frequency scales, and what opens over it.
+
+    What opens over the room is given to it from outside, one component for each place; a place without one stays
+   closed. Message thread. */
+class MainWindow final : public juce::Component, public juce::SettableTooltipClient
+{
+public:
+    /** What can lie over the room. */
+    enum class Place
+    {
+        outputGainPanel,
+        gainScalePanel,
+        helpWindow,
+        settingsWindow,
+        analysisWindow
+    };
+
+    static constexpr int stripWidth = 20;
+
+    explicit MainWindow (VelmoraAudioProcessor& processor);
+    ~MainWindow() override;
+
+    [[nodiscard]] EmptyRoom& room() noexcept { return roomView; }
+    [[nodiscard]] const EmptyRoom& room() const noexcept { return roomView; }
+    [[nodiscard]] BurgerMenu& burgerMenu() noexcept { return menu; }
+
+    /** Puts a component into its place, hidden. */
+    void fill (Place place, std::unique_ptr<juce::Component> component);
+    [[nodiscard]] bool has (Place place) const { return component (place) != nullptr; }
+    [[nodiscard]] juce::Component* component (Place place) const;
+
+    /** Shows or hides what is in a place; does nothing where nothing is. */
+    void show (Place place, bool shouldShow);
+    [[nodiscard]] bool isShowingPlace (Place place) const;
+
+    /** Where a place lies in a window of this size. */
+    [[nodiscard]] static juce::Rectangle<int> boundsOf (Place place, int width, int height);
+
+    /** Shows both pointers at a frequency, in the colour of the band that would be added there, or hides them. */
+    void showPointers (float frequencyHz, bool shouldShow, juce::Colour colour);
+
+    void paint (juce::Graphics& g) override;
+    void resized() override;
+
+private:
+    static constexpr int placeCount = 5;
+
+    void drawFrequencies (juce::Graphics& g) const;
+    void placePointer (juce::Label& label, bool left, float row);
+
+    VelmoraAudioProcessor& processor;
+    EmptyRoom roomView;
+    std::array<std::unique_ptr<juce::Component>, placeCount> places;
+    juce::Component statusStrip;
+    juce::Label pointerLabelLeft, pointerLabelRight;
+    BurgerMenu menu;
+
+    JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR (MainWindow)
+};
