@@ -279,6 +279,11 @@ void VelmoraAudioProcessor::choosePreset (int id)
         });
 }
 
+void VelmoraAudioProcessor::applyCurrentPreset()
+{
+    choosePreset (presets.currentPreset().id);
+}
+
 void VelmoraAudioProcessor::resetAnalysis()
 {
     loudnessMeters().requestReset();

@@ -101,6 +101,9 @@ public:
     [[nodiscard]] LoudnessMeters& loudnessMeters() noexcept { return audioCallback.loudnessMeters(); }
     [[nodiscard]] const LevelMatch& levelMatch() const noexcept { return audioCallback.levelMatch(); }
 
+    /** Takes the chosen preset's numbers anew, as when USER SETTING has got others. Any thread but the audio thread. */
+    void applyCurrentPreset();
+
     /** Forgets everything that was measured. Any thread but the audio thread. */
     void resetAnalysis();
 

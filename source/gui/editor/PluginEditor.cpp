@@ -1,0 +1,638 @@
+#include "gui/editor/PluginEditor.h"
+
+#include "gui/editor/EditorMessages.h"
+#include "gui/editor/PresetMenu.h"
+#include "gui/look/LookAndFeelFactory.h"
+#include "gui/look/Palette.h"
+#include "gui/look/Tips.h"
+
+#include <cmath>
+
+namespace
+{
+constexpr float presetTypeFontHeight = 14.0f;
+constexpr float presetNameFontHeight = 14.0f;
+constexpr float unscaledPercent = 100.0f;
+
+void drawVertically (juce::Graphics& g, juce::Rectangle<int> area, Palette::Argb top, Palette::Argb bottom)
+{
+    g.setGradientFill (juce::ColourGradient::vertical (juce::Colour (top),
+                                                       static_cast<float> (area.getY()),
+                                                       juce::Colour (bottom),
+                                                       static_cast<float> (area.getBottom())));
+    g.fillRect (area);
+}
+} // namespace
+
+VelmoraAudioProcessorEditor::VelmoraAudioProcessorEditor (VelmoraAudioProcessor& owner)
+    : AudioProcessorEditor (owner),
+      audioProcessor (owner),
+      model (owner.model),
+      lookAndFeel (lookAndFeelOf (owner.model)),
+      mainWindow (owner)
+{
+    auto& state = model.interfaceState;
+    state.closingEditor = false;
+    state.settingsOpen = false;
+    state.helpOpen = false;
+    state.bandsPanelOpen = false;
+    state.analysisOpen = false;
+    state.analysisSliding = false;
+    model.editorClosed = false;
+
+    setTitle ("SOLVANE");
+    setLookAndFeel (&lookAndFeel);
+    addAndMakeVisible (mainWindow);
+    mainWindow.room().onBandsOutOfScale = [this] { noteBandsOutOfScale(); };
+
+    topRow.addTo (*this);
+
+    for (auto* button : topRow.all())
+    {
+        button->addListener (this);
+        button->addMouseListener (this, false);
+    }
+
+    presetTypeLabel.setFont (Fonts::regular (presetTypeFontHeight));
+    presetTypeLabel.setColour (juce::Label::textColourId, juce::Colour (Palette::secondaryLabel));
+    presetNameLabel.setFont (Fonts::bold (presetNameFontHeight));
+
+    for (auto* label : { &presetTypeLabel, &presetNameLabel, &headerLabel })
+    {
+        label->setBorderSize (juce::BorderSize<int> (0));
+        label->setMinimumHorizontalScale (1.0f);
+        addAndMakeVisible (label);
+    }
+
+    for (auto* label : { &presetTypeLabel, &presetNameLabel })
+    {
+        label->setTooltip (Tips::text (Tips::presets));
+        label->setMouseCursor (juce::MouseCursor::PointingHandCursor);
+        label->addMouseListener (this, false);
+    }
+
+    headerLabel.setInterceptsMouseClicks (false, false);
+    mainWindow.room().addMouseListener (this, false);
+
+    subscribe();
+    showPresetLabels();
+    topRow.showComparison (audioProcessor.sessionState().comparisonASelected());
+    topRow.showGainScaleInUse (model.gainScalePercent() != unscaledPercent);
+    topRow.showOutput (outputState());
+    applyToolTipSetting();
+
+    const auto size = EditorLayout::openingSize (model.windowWidth, model.windowHeight, model.minimised());
+    setResizable (true, true);
+    setResizeLimits (EditorLayout::minWidth, EditorLayout::minHeight, EditorLayout::maxWidth, EditorLayout::maxHeight);
+    setSize (size.getWidth(), size.getHeight());
+    setVisible (true);
+    clock.forceRepaint();
+    startTimer (EditorClock::intervalMs);
+}
+
+VelmoraAudioProcessorEditor::~VelmoraAudioProcessorEditor()
+{
+    // Whatever is still posted finds nobody from here on.
+    masterReference.clear();
+    notifications.clear();
+    presetSubscription.reset();
+    gainScaleSubscription.reset();
+    model.interfaceState.closingEditor = true;
+    stopTimer();
+    mainWindow.room().onBandsOutOfScale = nullptr;
+    toolTips.reset();
+    setLookAndFeel (nullptr);
+    model.editorClosed = true;
+}
+
+//======================================================================================================================
+void VelmoraAudioProcessorEditor::subscribe()
+{
+    afterwards (Channels::mainBypass, &VelmoraAudioProcessorEditor::followMainBypass);
+    afterwards (Channels::canUseMasterMode, &VelmoraAudioProcessorEditor::followMasterLimits);
+    afterwards (Channels::stateInformationSet, &VelmoraAudioProcessorEditor::followSession);
+    afterwards (Channels::minimised, &VelmoraAudioProcessorEditor::followMinimised);
+    presetSubscription.emplace (audioProcessor.getAPVTS(), ParameterIds::currentPreset, *this);
+    gainScaleSubscription.emplace (audioProcessor.getAPVTS(), ParameterIds::gainScale, *this);
+}
+
+/** Subscribes to a channel, whoever fires it, with a reaction on the message thread. */
+void VelmoraAudioProcessorEditor::afterwards (const char* channel, void (VelmoraAudioProcessorEditor::*reaction)())
+{
+    const juce::WeakReference<VelmoraAudioProcessorEditor> weak (this);
+    notifications.push_back (std::make_unique<NotificationSubscription> (model.channels,
+                                                                         channel,
+                                                                         [weak, reaction]
+                                                                         {
+                                                                             juce::MessageManager::callAsync (
+                                                                                 [weak, reaction]
+                                                                                 {
+                                                                                     if (auto* editor = weak.get())
+                                                                                         (editor->*reaction)();
+                                                                                 });
+                                                                         }));
+}
+
+void VelmoraAudioProcessorEditor::parameterChanged (const juce::String& parameterId, float newValue)
+{
+    const auto restoring = audioProcessor.sessionState().isRestoring();
+    juce::MessageManager::callAsync (
+        [weak = juce::WeakReference<VelmoraAudioProcessorEditor> (this), parameterId, newValue, restoring]
+        {
+            auto* editor = weak.get();
+
+            if (editor == nullptr)
+                return;
+
+            if (parameterId == ParameterIds::gainScale)
+                editor->topRow.showGainScaleInUse (newValue != unscaledPercent);
+            else
+                editor->followPreset (restoring);
+        });
+}
+
+//======================================================================================================================
+TopRow::OutputState VelmoraAudioProcessorEditor::outputState() const
+{
+    if (model.mainBypass())
+        return TopRow::OutputState::bypassed;
+
+    return LevelMatchIcon::warns (model.outputGainDb(), audioProcessor.levelMatch().decibels())
+               ? TopRow::OutputState::warning
+               : TopRow::OutputState::plain;
+}
+
+void VelmoraAudioProcessorEditor::followMainBypass()
+{
+    topRow.showOutput (outputState());
+}
+
+void VelmoraAudioProcessorEditor::followMasterLimits()
+{
+    auto& state = model.interfaceState;
+    EditorMessages::Situation situation;
+    situation.notificationsWanted = model.showNotifications;
+    situation.menuOpen = state.bandsPanelOpen;
+    situation.bandChangedByUser = state.bandChangedByUser;
+    situation.canUseMasterMode = model.canUseMasterMode();
+    situation.masterMode = model.filterMode() == FilterMode::master;
+    situation.masterMessageCount = state.masterMessageCount;
+
+    if (! EditorMessages::showsMasterLimits (situation))
+        return;
+
+    ++state.masterMessageCount;
+    state.bandChangedByUser = false;
+    showMessage (EditorMessages::masterLimits());
+}
+
+void VelmoraAudioProcessorEditor::noteBandsOutOfScale()
+{
+    EditorMessages::Situation situation;
+    situation.notificationsWanted = model.showNotifications;
+    situation.menuOpen = model.interfaceState.bandsPanelOpen;
+
+    if (EditorMessages::showsBandsOutOfScale (situation))
+        showMessage (EditorMessages::bandsOutOfScale());
+}
+
+void VelmoraAudioProcessorEditor::followSession()
+{
+    topRow.showComparison (audioProcessor.sessionState().comparisonASelected());
+    showPresetLabels();
+    mainWindow.room().rebuildTarget();
+}
+
+void VelmoraAudioProcessorEditor::followMinimised()
+{
+    if (model.minimised())
+        setSize (getWidth(), EditorLayout::minHeight);
+}
+
+void VelmoraAudioProcessorEditor::followPreset (bool restoring)
+{
+    if (audioProcessor.presets.currentPreset().id == Presets::noTargetsId)
+        mainWindow.room().collapseControls();
+
+    showPresetLabels();
+
+    if (restoring)
+        return;
+
+    mainWindow.room().rebuildTarget();
+    model.setSmartBandsReady (false, false);
+    hideBurgerMenu();
+}
+
+void VelmoraAudioProcessorEditor::showPresetLabels()
+{
+    const auto& preset = audioProcessor.presets.currentPreset();
+
+    // The space keeps the two texts apart, since the second label follows the first at once.
+    presetTypeLabel.setText (audioProcessor.presets.groupName (preset) + " ", juce::dontSendNotification);
+    presetNameLabel.setText (preset.name, juce::dontSendNotification);
+    topRow.showUserTarget (preset.id == Presets::userSettingId);
+    resized();
+}
+
+//======================================================================================================================
+void VelmoraAudioProcessorEditor::resized()
+{
+    const auto width = getWidth();
+    const auto height = getHeight();
+
+    if (width == 0 || height == 0)
+        return;
+
+    model.windowWidth = width;
+    model.windowHeight = height;
+
+    if (height > EditorLayout::minHeight)
+        model.setMinimised (false, false);
+
+    const auto layout = EditorLayout::of (width,
+                                          height,
+                                          Fonts::widthOf (presetTypeLabel.getFont(), presetTypeLabel.getText()),
+                                          Fonts::widthOf (presetNameLabel.getFont(), presetNameLabel.getText()));
+    topRow.place (layout);
+    headerLabel.setBounds (layout.header);
+    presetTypeLabel.setBounds (layout.presetType);
+    presetNameLabel.setBounds (layout.presetName);
+    mainWindow.setBounds (layout.mainWindow);
+
+    if (model.interfaceState.analysisOpen)
+        if (auto* analysis = mainWindow.component (Place::analysisWindow))
+            analysis->setBounds (0, height - 425, width, 325);
+
+    mainWindow.room().collapseControls();
+    clock.forceRepaint();
+}
+
+void VelmoraAudioProcessorEditor::paint (juce::Graphics& g)
+{
+    const auto width = getWidth();
+    const auto bottomBar = getHeight() - EditorLayout::bottomBarHeight;
+    drawVertically (g, { 0, 0, width, EditorLayout::topBarHeight }, Palette::barLight, Palette::barDark);
+    drawVertically (g,
+                    { 0, EditorLayout::topBarHeight, width, bottomBar - EditorLayout::topBarHeight },
+                    Palette::centreGradient,
+                    Palette::barDark);
+    drawVertically (g, { 0, bottomBar, width, EditorLayout::bottomBarHeight }, Palette::barDark, Palette::barLight);
+    g.setColour (juce::Colour (Palette::separator));
+    g.fillRect (EditorLayout::of (width, getHeight(), 0, 0).separator);
+}
+
+//======================================================================================================================
+void VelmoraAudioProcessorEditor::buttonClicked (juce::Button* button)
+{
+    if (button == &topRow.compareButton)
+        switchComparison();
+    else if (button == &topRow.linkButton || button == &topRow.unlinkButton)
+        audioProcessor.sessionState().compareCopy();
+    else if (button == &topRow.settingsButton)
+        toggleWindow (topRow.settingsButton, Place::settingsWindow);
+    else if (button == &topRow.helpButton)
+        toggleWindow (topRow.helpButton, Place::helpWindow);
+    else if (button == &topRow.analyseButton && mainWindow.has (Place::analysisWindow))
+        topRow.analyseButton.isToggled() ? hideAnalysis() : showAnalysis();
+    else if (button == &topRow.outputGainButton)
+        model.setParameterValue (ParameterIds::bypass, model.bypassParameterOn() ? 0.0f : 1.0f);
+}
+
+void VelmoraAudioProcessorEditor::switchComparison()
+{
+    auto& session = audioProcessor.sessionState();
+    auto& room = mainWindow.room();
+    room.resetForStateChange();
+    session.compareSwitch (topRow.compareButton.getToggleState());
+    room.rebuildControls();
+    room.collapseControls();
+    room.rebuildTarget();
+    room.resized();
+    topRow.showComparison (session.comparisonASelected());
+    showPresetLabels();
+    repaint();
+}
+
+void VelmoraAudioProcessorEditor::toggleWindow (orvik::SVGButton& button, Place place)
+{
+    if (! mainWindow.has (place))
+        return;
+
+    const auto turnOn = ! button.isToggled();
+    closeOverlays();
+    topRow.clearToggles();
+    button.setToggleState (turnOn, juce::dontSendNotification);
+    button.setToggled (turnOn);
+
+    if (! turnOn)
+        return;
+
+    mainWindow.show (place, true);
+    (place == Place::settingsWindow ? model.interfaceState.settingsOpen : model.interfaceState.helpOpen) = true;
+    hideBurgerMenu();
+}
+
+void VelmoraAudioProcessorEditor::closeOverlays()
+{
+    mainWindow.show (Place::helpWindow, false);
+    mainWindow.show (Place::settingsWindow, false);
+    model.interfaceState.settingsOpen = false;
+    model.interfaceState.helpOpen = false;
+}
+
+void VelmoraAudioProcessorEditor::showMessage (const juce::String& text)
+{
+    closeOverlays();
+    hideBurgerMenu();
+    auto& menu = mainWindow.burgerMenu();
+    menu.showMessage (BurgerMenu::State::message, text);
+    menu.toFront (false);
+    menu.setVisible (true);
+    model.interfaceState.bandsPanelOpen = true;
+}
+
+void VelmoraAudioProcessorEditor::hideBurgerMenu()
+{
+    mainWindow.burgerMenu().setVisible (false);
+    model.interfaceState.bandsPanelOpen = false;
+    clock.restartMessage();
+}
+
+//======================================================================================================================
+void VelmoraAudioProcessorEditor::showAnalysis()
+{
+    closeOverlays();
+    topRow.clearToggles();
+    topRow.analyseButton.setToggleState (true, juce::dontSendNotification);
+    topRow.analyseButton.setToggled (true);
+    model.interfaceState.analysisOpen = true;
+    clock.restartSlide();
+    mainWindow.room().setMouseEnabled (false);
+    mainWindow.room().collapseControls();
+    mainWindow.show (Place::analysisWindow, true);
+    model.interfaceState.analysisSliding = true;
+}
+
+void VelmoraAudioProcessorEditor::hideAnalysis()
+{
+    closeOverlays();
+    topRow.clearToggles();
+    mainWindow.room().setMouseEnabled (true);
+    mainWindow.room().collapseControls();
+    model.interfaceState.analysisOpen = false;
+    model.interfaceState.analysisSliding = true;
+}
+
+void VelmoraAudioProcessorEditor::slideAnalysis()
+{
+    auto& state = model.interfaceState;
+    const auto slide = clock.advanceSlide (state.analysisOpen);
+    const auto height = juce::roundToInt (slide.height);
+
+    if (auto* analysis = mainWindow.component (Place::analysisWindow))
+    {
+        analysis->setBounds (0, getHeight() - height, getWidth(), height);
+
+        if (slide.ended && state.analysisOpen)
+            analysis->setBounds (0, getHeight() - 425, getWidth(), 325);
+        else if (slide.ended)
+            analysis->setVisible (false);
+    }
+
+    if (slide.ended)
+        state.analysisSliding = false;
+
+    repaint();
+}
+
+//======================================================================================================================
+void VelmoraAudioProcessorEditor::actionListenerCallback (const juce::String& message)
+{
+    if (message == "CLOSE")
+    {
+        closeOverlays();
+        topRow.clearToggles();
+    }
+    else if (message == "ANALYSIS-CLOSE")
+    {
+        hideAnalysis();
+    }
+    else if (message == "SETTINGS-CLOSE")
+    {
+        closeOverlays();
+        topRow.clearToggles();
+        applyToolTipSetting();
+        audioProcessor.saveSettings();
+    }
+    else if (message == "TARGET-SET")
+    {
+        adoptNewTarget();
+    }
+}
+
+void VelmoraAudioProcessorEditor::adoptNewTarget()
+{
+    model.targetSetByUser = true;
+    model.setTargetsReady (false, false);
+    model.setSmartBandsReady (false, false);
+    audioProcessor.applyCurrentPreset();
+    followPreset (false);
+}
+
+void VelmoraAudioProcessorEditor::applyToolTipSetting()
+{
+    toolTips.reset();
+
+    if (! model.showToolTips)
+        return;
+
+    toolTips = std::make_unique<juce::TooltipWindow> (this);
+    toolTips->setLookAndFeel (&lookAndFeel);
+}
+
+//======================================================================================================================
+juce::PopupMenu VelmoraAudioProcessorEditor::makePresetMenu() const
+{
+    return PresetMenu::make (Presets::makeMenu (audioProcessor.presets, model.targetSetByUser),
+                             audioProcessor.presets.currentPreset().id);
+}
+
+void VelmoraAudioProcessorEditor::choosePreset (int id)
+{
+    model.setParameterValue (ParameterIds::currentPreset, static_cast<float> (id));
+}
+
+void VelmoraAudioProcessorEditor::openPresetMenu()
+{
+    // Inside the window: a menu of its own would flicker, or be placed wrongly, under some window systems.
+    auto menu = makePresetMenu();
+    menu.setLookAndFeel (&lookAndFeel);
+    menu.showMenuAsync (juce::PopupMenu::Options().withParentComponent (this).withTargetComponent (presetTypeLabel),
+                        [weak = juce::WeakReference<VelmoraAudioProcessorEditor> (this)] (int id)
+                        {
+                            if (auto* editor = weak.get(); editor != nullptr && id > 0)
+                                editor->choosePreset (id);
+                        });
+}
+
+//======================================================================================================================
+void VelmoraAudioProcessorEditor::mouseDown (const juce::MouseEvent& event)
+{
+    const auto onLabel = event.eventComponent == &presetTypeLabel || event.eventComponent == &presetNameLabel;
+
+    if (onLabel && ! model.interfaceState.settingsOpen)
+        openPresetMenu();
+}
+
+HoverRules::Target VelmoraAudioProcessorEditor::hoverTargetOf (const juce::Component* component) const
+{
+    using HoverRules::Target;
+
+    if (component == this)
+        return Target::background;
+
+    if (component == &mainWindow.room())
+        return Target::room;
+
+    if (component == &topRow.burgerButton)
+        return Target::burgerButton;
+
+    if (component == &topRow.outputGainButton)
+        return Target::outputGainButton;
+
+    return component == &topRow.gainScaleButton ? Target::gainScaleButton : Target::other;
+}
+
+void VelmoraAudioProcessorEditor::mouseEnter (const juce::MouseEvent& event)
+{
+    enter (hoverTargetOf (event.eventComponent), event.eventComponent->isShowing());
+    followMouse (event);
+}
+
+void VelmoraAudioProcessorEditor::hoverOver (HoverRules::Target target)
+{
+    enter (target, true);
+}
+
+void VelmoraAudioProcessorEditor::enter (HoverRules::Target target, bool targetShowing)
+{
+    const auto& state = model.interfaceState;
+    HoverRules::Situation situation;
+    situation.messageShowing = state.bandsPanelOpen && mainWindow.burgerMenu().state() == BurgerMenu::State::message;
+    situation.analysisOpen = state.analysisOpen;
+    situation.analysisSliding = state.analysisSliding;
+    situation.overlayOpen = state.settingsOpen || state.helpOpen;
+    situation.targetShowing = targetShowing;
+
+    for (const auto action : HoverRules::actionsFor (target, situation))
+        act (action);
+}
+
+void VelmoraAudioProcessorEditor::act (HoverRules::Action action)
+{
+    using HoverRules::Action;
+
+    switch (action)
+    {
+        case Action::repaintAll:
+            return repaint();
+        case Action::collapseControls:
+            return mainWindow.room().collapseControls();
+        case Action::takeKeyboardFocus:
+            // Within the window only: the host keeps its keys until the user works here.
+            if (hasKeyboardFocus (true))
+                grabKeyboardFocus();
+
+            return;
+        case Action::hideOutputGainPanel:
+            return hidePanel (Place::outputGainPanel);
+        case Action::hideGainScalePanel:
+            return hidePanel (Place::gainScalePanel);
+        case Action::showBurgerMenu:
+            return;
+        case Action::closeOverlays:
+            return closeOverlays();
+        case Action::clearToggles:
+            return topRow.clearToggles();
+        case Action::hideBurgerMenu:
+            return hideBurgerMenu();
+        case Action::showOutputGainPanel:
+            return showPanel (Place::outputGainPanel, topRow.outputGainButton);
+        case Action::showGainScalePanel:
+            return showPanel (Place::gainScalePanel, topRow.gainScaleButton);
+    }
+}
+
+void VelmoraAudioProcessorEditor::showPanel (Place place, const juce::Component& button)
+{
+    auto* panel = mainWindow.component (place);
+
+    if (panel == nullptr)
+        return;
+
+    mainWindow.show (place, true);
+    auto& hold = place == Place::outputGainPanel ? outputGainHold : gainScaleHold;
+    hold.open (button.getBounds(), getLocalArea (panel, panel->getLocalBounds()));
+}
+
+void VelmoraAudioProcessorEditor::hidePanel (Place place)
+{
+    mainWindow.show (place, false);
+    (place == Place::outputGainPanel ? outputGainHold : gainScaleHold).close();
+}
+
+void VelmoraAudioProcessorEditor::followMouse (const juce::MouseEvent& event)
+{
+    const auto position = event.getEventRelativeTo (this).getPosition();
+    const auto buttonDown = event.mods.isAnyMouseButtonDown();
+    outputGainHold.mouseAt (position, buttonDown);
+    gainScaleHold.mouseAt (position, buttonDown);
+}
+
+void VelmoraAudioProcessorEditor::mouseExit (const juce::MouseEvent& event)
+{
+    followMouse (event);
+}
+
+void VelmoraAudioProcessorEditor::mouseMove (const juce::MouseEvent& event)
+{
+    followMouse (event);
+}
+
+//======================================================================================================================
+void VelmoraAudioProcessorEditor::timerCallback()
+{
+    auto& state = model.interfaceState;
+
+    if (clock.advanceStartup() && ! startedUp)
+    {
+        startedUp = true;
+
+        if (onStartup != nullptr)
+            onStartup();
+    }
+
+    if (state.analysisSliding)
+        slideAnalysis();
+
+    if (clock.advanceLevelIcon())
+    {
+        const LevelMatchIcon::Levels levels {
+            model.outputGainDb(), audioProcessor.levelMatch().decibels(), model.soloActive(), model.mainBypass()
+        };
+
+        if (const auto warns = levelMatchIcon.update (levels))
+            topRow.showOutput (*warns ? TopRow::OutputState::warning : TopRow::OutputState::plain);
+    }
+
+    if (state.bandsPanelOpen && mainWindow.burgerMenu().state() == BurgerMenu::State::message && clock.advanceMessage())
+        hideBurgerMenu();
+
+    for (const auto place : { Place::outputGainPanel, Place::gainScalePanel })
+        if ((place == Place::outputGainPanel ? outputGainHold : gainScaleHold).advance())
+            hidePanel (place);
+
+    if (clock.advanceForcedRepaint())
+        mainWindow.repaint();
+}

@@ -1,0 +1,113 @@
+#pragma once
+
+#include "core/PluginProcessor.h"
+#include "gui/editor/EditorClock.h"
+#include "gui/editor/HoverHold.h"
+#include "gui/editor/HoverRules.h"
+#include "gui/editor/LevelMatchIcon.h"
+#include "gui/editor/MainWindow.h"
+#include "gui/editor/Subscriptions.h"
+#include "gui/editor/TopRow.h"
+#include "gui/look/VelmoraLookandFeel.h"
+
+#include <optional>
+
+/** The plug-in's window: the top row, the room between, the preset's name below.
+
+    The host makes and deletes it as it likes, in the middle of a drag or a message that is under way. What has to
+   survive stands in the model; what arrives from another thread is posted with a weak reference and finds nobody once
+   the window has gone. Message thread. */
+class VelmoraAudioProcessorEditor final : public juce::AudioProcessorEditor,
+                                          public juce::Button::Listener,
+                                          public juce::ActionListener,
+                                          public juce::AudioProcessorValueTreeState::Listener,
+                                          public juce::Timer
+{
+public:
+    explicit VelmoraAudioProcessorEditor (VelmoraAudioProcessor& owner);
+    ~VelmoraAudioProcessorEditor() override;
+
+    void paint (juce::Graphics& g) override;
+    void resized() override;
+    void mouseEnter (const juce::MouseEvent& event) override;
+    void mouseExit (const juce::MouseEvent& event) override;
+    void mouseMove (const juce::MouseEvent& event) override;
+    void mouseDown (const juce::MouseEvent& event) override;
+    void buttonClicked (juce::Button* button) override;
+
+    /** What a window that lies over the room has to say: "CLOSE", "ANALYSIS-CLOSE", "SETTINGS-CLOSE", "TARGET-SET". */
+    void actionListenerCallback (const juce::String& message) override;
+
+    void parameterChanged (const juce::String& parameterId, float newValue) override;
+    void timerCallback() override;
+
+    //==================================================================================================================
+    /** Called once, four seconds after the window opened, for what looks things up elsewhere. */
+    std::function<void()> onStartup;
+
+    [[nodiscard]] MainWindow& main() noexcept { return mainWindow; }
+    [[nodiscard]] TopRow& buttons() noexcept { return topRow; }
+
+    /** The preset menu as it would open now. */
+    [[nodiscard]] juce::PopupMenu makePresetMenu() const;
+
+    /** Takes a preset, as if it had been chosen from the menu. */
+    void choosePreset (int id);
+
+    /** Does what happens when the mouse enters a part of the window that is on the screen. */
+    void hoverOver (HoverRules::Target target);
+
+    /** Shows a text in the burger menu's panel for eight seconds. */
+    void showMessage (const juce::String& text);
+
+private:
+    using Place = MainWindow::Place;
+
+    void subscribe();
+    void afterwards (const char* channel, void (VelmoraAudioProcessorEditor::*reaction)());
+
+    void followMainBypass();
+    void followMasterLimits();
+    void followSession();
+    void followMinimised();
+    void followPreset (bool restoring);
+    void showPresetLabels();
+    void noteBandsOutOfScale();
+
+    void switchComparison();
+    void toggleWindow (orvik::SVGButton& button, Place place);
+    void closeOverlays();
+    void hideBurgerMenu();
+    void showAnalysis();
+    void hideAnalysis();
+    void slideAnalysis();
+    void adoptNewTarget();
+    void applyToolTipSetting();
+    void openPresetMenu();
+
+    [[nodiscard]] HoverRules::Target hoverTargetOf (const juce::Component* component) const;
+    void enter (HoverRules::Target target, bool targetShowing);
+    void act (HoverRules::Action action);
+    void showPanel (Place place, const juce::Component& button);
+    void hidePanel (Place place);
+    void followMouse (const juce::MouseEvent& event);
+    [[nodiscard]] TopRow::OutputState outputState() const;
+
+    VelmoraAudioProcessor& audioProcessor;
+    PluginModel& model;
+    VelmoraLookandFeel& lookAndFeel;
+    MainWindow mainWindow;
+    TopRow topRow;
+    juce::Label presetTypeLabel, presetNameLabel, headerLabel;
+    std::unique_ptr<juce::TooltipWindow> toolTips;
+    EditorClock clock;
+    LevelMatchIcon levelMatchIcon;
+    HoverHold outputGainHold, gainScaleHold;
+    bool startedUp = false;
+
+    std::vector<std::unique_ptr<NotificationSubscription>> notifications;
+    std::optional<ParameterSubscription> presetSubscription, gainScaleSubscription;
+
+    JUCE_DECLARE_WEAK_REFERENCEABLE (VelmoraAudioProcessorEditor)
+    JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR (VelmoraAudioProcessorEditor)
+};
