@@ -155,7 +155,7 @@ GROUPS = [
         row(37, "FULL STRING SECTION", -19.0, "violins above, many bows, a hall's air",
             tilt=0.6, low_mid=3.2, mid=-1.5, presence=-0.5, air=0.5),
         row(38, "PIANO & STRINGS", -17.0, "a grand's body below a soft section",
-            tilt=-1.2, low_mid=1.2, mid=-2.5, presence=-1.5, air=0.7),
+            tilt=-0.8, low_mid=1.8, mid=-2.5, presence=-1.0, air=1.2),
         row(39, "POP HORN SECTION", -16.0, "trumpets over trombones and saxophones, blown hard, close",
             tilt=3.4, low_mid=5.0, mid=0.8, presence=0.5, air=3.5),
         given(40, "TRUMPET", -35.943893,

@@ -123,6 +123,8 @@ inline constexpr Comparison comparisons[] {
       "OTHER/POP HORN SECTION", "OTHER/FULL STRING SECTION", 1000, 10000, 2.0f },
     { "A grand below the strings adds body at 320 Hz to those of a section.",
       "OTHER/PIANO & STRINGS", "OTHER/FULL STRING SECTION", 320, 320, 0.5f },
+    { "A grand and a section have more top from 4 to 15 kHz than one cello.",
+      "OTHER/PIANO & STRINGS", "OTHER/CELLO", 4000, 15000, 1.0f },
     { "Pitched-up chops are brighter from 4 to 15 kHz than an instrumental stem.",
       "OTHER/VOCAL CHOPS", "OTHER/DENSE MUSIC STEM", 4000, 15000, 1.0f },
     { "A dense stem is fuller at 320 and 640 Hz than vocal chops.",
