@@ -1,0 +1,10 @@
+#include "gui/band/BandFade.h"
+
+bool BandFade::tick() noexcept
+{
+    if (settled())
+        return false;
+
+    step += step < target ? 1 : -1;
+    return true;
+}
