@@ -1,6 +1,6 @@
 #pragma once
 
-#include <juce_graphics/juce_graphics.h>
+#include <juce_gui_basics/juce_gui_basics.h>
 
 #include <atomic>
 #include <mutex>
@@ -42,6 +42,15 @@ struct InterfaceState
     /** A band has taken the overlap panel above or below the room. */
     bool upperPanelInUse = false;
     bool lowerPanelInUse = false;
+
+    /** A gain that was typed beyond the scale, in dB, on its way to the parameter; 0 is none. */
+    float typedGainDb = 0.0f;
+
+    /** The spare band panels above and below the room, and the one mid/side panel. The editor owns them; the bands
+        borrow them. */
+    juce::Component::SafePointer<juce::Component> upperPanel;
+    juce::Component::SafePointer<juce::Component> lowerPanel;
+    juce::Component::SafePointer<juce::Component> midSidePanel;
 
     /** Where the room was last clicked twice. */
     juce::Point<int> mousePosition;
