@@ -170,8 +170,7 @@ bool LiveAnalysis::analysisHasWork() const noexcept
 
 void LiveAnalysis::runPass()
 {
-    analysisSignal.wake();
-    analysisSignal.waitUntilIdle();
+    analysisSignal.runPass();
 }
 
 void LiveAnalysis::analyseDecimated()

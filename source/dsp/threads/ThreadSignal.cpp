@@ -17,6 +17,10 @@ bool ThreadSignal::takesWork()
     wakeUp.wait (guard, [this] { return workPending.load() || exitRequested.load(); });
     running = ! exitRequested;
     workPending = false;
+
+    if (running)
+        ++begunCount;
+
     guard.unlock();
 
     if (! running)
@@ -30,6 +34,7 @@ void ThreadSignal::endsWork()
     {
         const std::lock_guard guard (lock);
         running = false;
+        ++endedCount;
     }
 
     // Told without the lock, or who wakes from it would have to wait for it.
@@ -69,4 +74,16 @@ void ThreadSignal::waitUntilIdle()
 {
     std::unique_lock guard (lock);
     done.wait (guard, [this] { return exitRequested.load() || (! workPending && ! running); });
+}
+
+void ThreadSignal::runPass()
+{
+    std::unique_lock guard (lock);
+
+    // Not by whether work is pending: the audio thread may leave some that nobody wakes the thread for.
+    const auto begunBefore = begunCount;
+    workPending = true;
+    wakeUp.notify_one();
+    done.wait (guard,
+               [this, begunBefore] { return exitRequested.load() || static_cast<int> (endedCount - begunBefore) > 0; });
 }

@@ -34,9 +34,14 @@ public:
                       thread is the dearest thing that the audio thread does here */
     void wakeFromAudioThread (bool atOnce) noexcept;
 
-    /** Waits until nothing is pending and no pass runs, or until the thread is to end. Any thread but the audio thread
-        and the signal's own. */
+    /** Waits until nothing is pending and no pass runs, or until the thread is to end. Only where nobody uses
+        wakeFromAudioThread(): what that leaves pending may stay so. Any thread but the audio thread and the signal's
+        own. */
     void waitUntilIdle();
+
+    /** Has a pass made that begins from now on, and waits for its end, or until the thread is to end. What becomes
+        pending meanwhile is not waited for. Any thread but the audio thread and the signal's own. */
+    void runPass();
 
     /** Any thread; real-time safe. */
     [[nodiscard]] bool isExitRequested() const noexcept { return exitRequested.load (std::memory_order_acquire); }
@@ -54,4 +59,8 @@ private:
     std::atomic<bool> exitRequested { false };
     std::atomic<bool> workPending { false };
     bool running = false;
+
+    /** Of all passes, under the lock; a pass that runs is begun and not ended. */
+    unsigned begunCount = 0;
+    unsigned endedCount = 0;
 };

@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 
 #include <chrono>
+#include <future>
 #include <thread>
 
 namespace
@@ -104,6 +105,39 @@ TEST_F (AnalysisWakingTest, aBlockThatGivesNothingToProcessWakesNobody)
     const auto before = live.passes.load();
     play (1, 1);
     EXPECT_TRUE (passComes (before));
+}
+
+TEST_F (AnalysisWakingTest, aPassThatIsAskedForEndsWhateverIsLeftPendingBehindIt)
+{
+    // As it ends, blocks come that wake nobody, and then none: the audio has stopped.
+    std::atomic<bool> stop { false };
+    std::thread audio (
+        [&]
+        {
+            for (auto seen = live.passes.load(); ! stop;)
+                if (const auto now = live.passes.load(); now != seen)
+                {
+                    seen = now;
+
+                    for (int pause = 0; pause < 50 * (now % 40); ++pause)
+                        std::atomic_signal_fence (std::memory_order_seq_cst);
+
+                    play (8, 8);
+                }
+        });
+    auto passesMade = std::async (std::launch::async,
+                                  [this]
+                                  {
+                                      for (int round = 0; round < 4000; ++round)
+                                          live.waitForAnalysis();
+                                  });
+    const auto ended = passesMade.wait_for (std::chrono::seconds (60)) == std::future_status::ready;
+    EXPECT_TRUE (ended) << "one waits for ever";
+    stop = true;
+    audio.join();
+
+    if (! ended)
+        play (2048, 1024);
 }
 
 //======================================================================================================================
