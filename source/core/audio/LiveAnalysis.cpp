@@ -264,30 +264,12 @@ void LiveAnalysis::analyseSpectrumOf (const Chunk& chunk)
     const auto* left = chunk[0].data();
     const auto* right = channels == 2 ? chunk[1].data() : nullptr;
 
-    if (! SpectrumAnalyser::isWorthAnalysing (left, right) || ! model.showHeatmap() || spectrumFrozen)
+    if (! SpectrumAnalyser::isWorthAnalysing (left, right) || ! model.showHeatmap() || lastSpectrum.frozen)
         return;
 
-    std::array<float, SpectrumAnalyser::binCount> fresh;
+    LiveSpectrum::Magnitudes fresh;
     spectrumAnalyser.analyseSpectrum (left, right, fresh.data());
 
-    {
-        const std::scoped_lock guard (spectrumLock);
-        spectrum = fresh;
-        spectrumFresh = true;
-    }
-
-    model.channels.fire (Channels::dftAnalysisChanged);
-}
-
-bool LiveAnalysis::copySpectrum (std::span<float, SpectrumAnalyser::binCount> destination)
-{
-    const std::scoped_lock guard (spectrumLock);
-    std::copy (spectrum.begin(), spectrum.end(), destination.begin());
-    return std::exchange (spectrumFresh, false);
-}
-
-void LiveAnalysis::clearSpectrum()
-{
-    const std::scoped_lock guard (spectrumLock);
-    spectrum.fill (0.0f);
+    if (lastSpectrum.publish (fresh))
+        model.channels.fire (Channels::dftAnalysisChanged);
 }

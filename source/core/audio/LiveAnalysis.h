@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/audio/LiveSpectrum.h"
 #include "core/model/PluginModel.h"
 #include "dsp/meters/BandAnalyser.h"
 #include "dsp/meters/SpectrumAnalyser.h"
@@ -62,15 +63,8 @@ public:
                        const float* right,
                        int count) noexcept;
 
-    /** Copies the last spectrum: magnitudes as SpectrumAnalyser gives them. Any thread but the audio thread.
-        @returns whether it is new since the last call */
-    bool copySpectrum (std::span<float, SpectrumAnalyser::binCount> destination);
-
-    /** Fills the spectrum with 0. Any thread but the audio thread. */
-    void clearSpectrum();
-
-    /** While set, chunks leave the spectrum alone. Any thread. */
-    std::atomic<bool> spectrumFrozen { false };
+    /** The last chunk's spectrum: magnitudes as SpectrumAnalyser gives them. */
+    [[nodiscard]] LiveSpectrum& spectrum() noexcept { return lastSpectrum; }
 
     /** Whether the last pass moved a gain target by more than 0.05 dB. */
     std::atomic<bool> gainTargetChanged { false };
@@ -119,6 +113,8 @@ private:
     GainTargets targets;
     RememberedTopBand topBand; ///< the analysis thread's
 
+    LiveSpectrum lastSpectrum;
+
     AudioFifo decimatedFifo { 2, decimatedCapacity };
     AudioFifo fullRateFifo { 2, fullRateCapacity };
     Chunk lowBlock;
@@ -126,10 +122,6 @@ private:
     Chunk fullRateChunk;
     int chunksPerPass = 1;
     int channels = 2;
-
-    std::mutex spectrumLock;
-    std::array<float, SpectrumAnalyser::binCount> spectrum {};
-    bool spectrumFresh = false; ///< under the same lock
 
     Generation resetGeneration { 0 };
     Generation analysisGeneration { 0 }; ///< the last that the analysis thread has taken

@@ -24,7 +24,7 @@ protected:
     [[nodiscard]] std::optional<Spectrum> newSpectrum()
     {
         Spectrum copy {};
-        return analysis.copySpectrum (copy) ? std::optional (copy) : std::nullopt;
+        return analysis.spectrum().copy (copy) ? std::optional (copy) : std::nullopt;
     }
 };
 
@@ -65,14 +65,14 @@ TEST_F (LiveSpectrumTest, aFrozenSpectrumStays)
 {
     live.feed (signals::noise (2, 2 * 1024, 9), 512);
     const auto before = newSpectrum();
-    analysis.spectrumFrozen = true;
+    analysis.spectrum().frozen = true;
     live.feed (signals::noise (2, 2 * 1024, 10), 512);
     EXPECT_FALSE (newSpectrum().has_value());
     Spectrum still;
-    EXPECT_FALSE (analysis.copySpectrum (still));
+    EXPECT_FALSE (analysis.spectrum().copy (still));
     EXPECT_EQ (before, still);
 
-    analysis.spectrumFrozen = false;
+    analysis.spectrum().frozen = false;
     live.feed (signals::noise (2, 2 * 1024, 10), 512);
     EXPECT_TRUE (newSpectrum().has_value());
 }
@@ -89,10 +89,27 @@ TEST_F (LiveSpectrumTest, silentAndNegativeChunksLeaveTheLastSpectrumStanding)
 TEST_F (LiveSpectrumTest, aClearedSpectrumIsZero)
 {
     live.feed (signals::noise (2, 2 * 1024, 9), 512);
-    analysis.clearSpectrum();
+    analysis.spectrum().clear();
     Spectrum spectrum;
-    analysis.copySpectrum (spectrum);
+    analysis.spectrum().copy (spectrum);
     EXPECT_THAT (spectrum, Each (0.0f));
+}
+
+TEST_F (LiveSpectrumTest, aChunkUnderWayLeavesAFrozenSpectrumAsItIs)
+{
+    // Frozen and cleared while a chunk is worked out, which began before.
+    auto& spectrum = analysis.spectrum();
+    Spectrum fresh;
+    fresh.fill (1.0f);
+    EXPECT_TRUE (spectrum.publish (fresh));
+    EXPECT_TRUE (newSpectrum().has_value());
+    spectrum.frozen = true;
+    spectrum.clear();
+    EXPECT_FALSE (spectrum.publish (fresh));
+
+    Spectrum copy;
+    EXPECT_FALSE (spectrum.copy (copy));
+    EXPECT_THAT (copy, Each (0.0f));
 }
 
 TEST_F (LiveSpectrumTest, whatIsLessThanAChunkWaitsForTheRest)
@@ -127,7 +144,7 @@ TEST (FullAnalysisFifoTest, losesWhatComesLateAndNothingElse)
     const auto peakBin = [&analysis]
     {
         std::array<float, SpectrumAnalyser::binCount> spectrum;
-        analysis.copySpectrum (spectrum);
+        analysis.spectrum().copy (spectrum);
         return std::max_element (spectrum.begin() + 1, spectrum.end() - 1) - spectrum.begin();
     };
 
