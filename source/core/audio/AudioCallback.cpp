@@ -48,7 +48,10 @@ AudioCallback::AudioCallback (PluginModel& modelToUse,
 void AudioCallback::prepare()
 {
     const auto channels = std::clamp (model.numChannels.load(), 0, 2);
-    const auto blockSize = std::max (0, model.maxBlockSize.load());
+    const auto announced = model.maxBlockSize.load();
+
+    // Longer blocks pass by, so nothing is kept for them.
+    const auto blockSize = announced <= longestWorkingBlock ? std::max (0, announced) : 0;
 
     // One host block and what the block before left over, which is less than the factor.
     const auto fifoCapacity = std::max (2 * blockSize, blockSize + longestDecimationFactor + 1);
@@ -98,6 +101,7 @@ void AudioCallback::process (juce::AudioBuffer<float>& buffer,
         return;
     }
 
+    const auto snapshot = takeSnapshot();
     const auto sampleCount = buffer.getNumSamples();
     const auto longestPiece = model.maxBlockSize.load();
     auto* const* channels = buffer.getArrayOfWritePointers();
@@ -106,7 +110,7 @@ void AudioCallback::process (juce::AudioBuffer<float>& buffer,
     for (int start = 0; start == 0 || start < sampleCount; start += longestPiece)
     {
         float* piece[2] { channels[0] + start, inputCount > 1 ? channels[1] + start : nullptr };
-        processPiece (piece, inputCount, std::min (longestPiece, sampleCount - start));
+        processPiece (snapshot, piece, inputCount, std::min (longestPiece, sampleCount - start));
     }
 }
 
@@ -146,7 +150,10 @@ bool AudioCallback::canProcess (int inputCount, int outputCount, int bufferChann
            && inputCount == model.numChannels && inputCount <= bufferChannelCount;
 }
 
-void AudioCallback::processPiece (float* const* channels, int channelCount, int sampleCount) noexcept
+void AudioCallback::processPiece (const Snapshot& snapshot,
+                                  float* const* channels,
+                                  int channelCount,
+                                  int sampleCount) noexcept
 {
     model.currentBlockSize = sampleCount;
     model.fifosEngaged = true;
@@ -157,16 +164,16 @@ void AudioCallback::processPiece (float* const* channels, int channelCount, int 
     if (toProcess > 0)
     {
         engine.serviceNext (! isOffline());
-        filter (toProcess);
+        filter (snapshot, toProcess);
         outputFifo.write (outputBlock.getArrayOfReadPointers(), channelCount, toProcess);
     }
 
     outputFifo.read (channels, channelCount, sampleCount);
 
-    if (! model.mainBypass())
+    if (! snapshot.mainBypass)
         applyOutputGain (channels, channelCount, sampleCount);
 
-    updateLevelMatch();
+    updateLevelMatch (snapshot);
 }
 
 int AudioCallback::takeInput (const float* const* channels, int channelCount, int sampleCount) noexcept
@@ -196,12 +203,10 @@ int AudioCallback::takeInput (const float* const* channels, int channelCount, in
     return toProcess;
 }
 
-void AudioCallback::filter (int sampleCount) noexcept
+void AudioCallback::filter (const Snapshot& snapshot, int sampleCount) noexcept
 {
     if (const auto latency = mixerLatency.takeNew())
         mixer.setLatency (*latency);
-
-    const auto snapshot = takeSnapshot();
 
     const auto lowCount = sampleCount / model.decimationFactor;
     const auto* left = inputBlock.getReadPointer (0);
@@ -234,9 +239,10 @@ void AudioCallback::measure (const Snapshot& snapshot, int sampleCount) noexcept
         channelsOf (inputBlock), channelsOf (outputBlock), sampleCount, ! snapshot.soloActive && ! snapshot.mainBypass);
 }
 
-void AudioCallback::updateLevelMatch() noexcept
+void AudioCallback::updateLevelMatch (const Snapshot& snapshot) noexcept
 {
-    if (model.editorClosed || model.soloActive() || ! model.transport.isPlayingOrAlwaysRunning() || model.mainBypass())
+    if (model.editorClosed || snapshot.soloActive || ! model.transport.isPlayingOrAlwaysRunning()
+        || snapshot.mainBypass)
         return;
 
     match.update (meters.matchInputLoudness(), meters.matchOutputLoudness());

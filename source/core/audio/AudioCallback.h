@@ -63,17 +63,17 @@ private:
     void recordThreadPriority() noexcept;
     void updateTransport (juce::AudioPlayHead* playHead) noexcept;
     [[nodiscard]] bool canProcess (int inputCount, int outputCount, int bufferChannelCount) const noexcept;
-    void processPiece (float* const* channels, int channelCount, int sampleCount) noexcept;
+    void processPiece (const Snapshot& snapshot, float* const* channels, int channelCount, int sampleCount) noexcept;
 
     /** Brings the host's samples into inputBlock, every one finite. Returns how many are there to be processed: a
         multiple of the factor; the rest waits in the FIFO. */
     [[nodiscard]] int takeInput (const float* const* channels, int channelCount, int sampleCount) noexcept;
-    void filter (int sampleCount) noexcept;
+    void filter (const Snapshot& snapshot, int sampleCount) noexcept;
     void filterStereo (const Snapshot& snapshot, int sampleCount) noexcept;
     void filterSingle (const Snapshot& snapshot, int sampleCount) noexcept;
     [[nodiscard]] Snapshot takeSnapshot() const noexcept;
     void measure (const Snapshot& snapshot, int sampleCount) noexcept;
-    void updateLevelMatch() noexcept;
+    void updateLevelMatch (const Snapshot& snapshot) noexcept;
     void applyOutputGain (float* const* channels, int channelCount, int sampleCount) const noexcept;
 
     PluginModel& model;

@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <limits>
+
 namespace
 {
 using testing::ElementsAre;
@@ -221,5 +223,58 @@ TEST_F (AudioCallbackTest, carriesTheUnfilteredMiddleThroughWhenBothPathsRun)
     EXPECT_LT (signals::magnitudeDb (right, 3000.0, 48000.0), -30.0);
     EXPECT_NEAR (signals::magnitudeDb (left, 16000.0, 48000.0), 6.0, 0.3);
     EXPECT_GT (signals::magnitudeDb (right, 400.0, 48000.0), -10.0) << "the mid band sends left to right";
+}
+TEST_F (AudioCallbackTest, nothingIsKeptForBlocksThatOnlyPass)
+{
+    for (const auto announced : { 8193, 1 << 30, std::numeric_limits<int>::max() })
+    {
+        rig.prepare (48000.0, announced);
+        const auto input = signals::noise (2, 9000, 4);
+        EXPECT_EQ (signals::firstDifference (rig.run (input, 9000), input), "") << announced;
+    }
+
+    rig.prepare (48000.0, 64);
+    const auto input = signals::noise (2, 2048, 4);
+    EXPECT_EQ (signals::firstDifference (rig.run (input, 64), signals::delayedBy (input, rig.trueLatency())), "");
+}
+
+TEST_F (AudioCallbackTest, aBlockGoesByTheMainBypassWithWhichItBegan)
+{
+    rig.prepare (48000.0, 64);
+    rig.set (ParameterIds::outputGain, -6.0f);
+    const HostDescription description = PluginRig::plainHost();
+    const HostTraits host (description);
+    auto changes = 0;
+
+    // Asked on the way through a block: by then another thread may have switched.
+    AudioCallback callback (model,
+                            rig.processor.bandEngine(),
+                            rig.processor.liveAnalysis(),
+                            host,
+                            description,
+                            [&]
+                            {
+                                model.setMainBypass (++changes % 2 == 1);
+                                return false;
+                            });
+    callback.prepare();
+    callback.updateLatency (model.baseLatency);
+    const auto levelOfBlock = [&]
+    {
+        juce::AudioBuffer<float> buffer (2, 64);
+
+        // So long that what the paths hold is of this value alone.
+        for (int channel = 0; channel < 2; ++channel)
+            juce::FloatVectorOperations::fill (buffer.getWritePointer (channel), 0.5f, 64);
+
+        callback.process (buffer, 2, 2, nullptr);
+        return buffer.getSample (0, 63);
+    };
+
+    for (int block = 0; block < 40; ++block)
+        std::ignore = levelOfBlock();
+
+    EXPECT_NEAR (levelOfBlock(), 0.5f * std::pow (10.0f, -0.3f), 1.0e-4f) << "begun without, ended with it";
+    EXPECT_NEAR (levelOfBlock(), 0.5f, 1.0e-4f);
 }
 } // namespace
