@@ -17,6 +17,9 @@ constexpr std::array stores { "parameterStoreA", "parameterStoreB" };
 
 constexpr int defaultScaleDb = 12;
 
+/** A store of a foreign type is kept, and never entered. */
+constexpr int longestStoreType = 64;
+
 juce::String levelName (std::size_t band)
 {
     return "lufs-" + juce::String (static_cast<int> (band));
@@ -34,19 +37,6 @@ juce::int64 makeId()
     while (! last.compare_exchange_weak (previous, next));
 
     return next;
-}
-
-/** The parameter tree of a block: the root without what is kept beside the parameters. */
-juce::ValueTree parameterTreeOf (const juce::XmlElement& root)
-{
-    const std::array<juce::Identifier, 4> others { Tags::track, Tags::settings, Tags::stores[0], Tags::stores[1] };
-    auto tree = juce::ValueTree::fromXml (root);
-
-    for (int index = tree.getNumChildren(); --index >= 0;)
-        if (std::find (others.begin(), others.end(), tree.getChild (index).getType()) != others.end())
-            tree.removeChild (index, nullptr);
-
-    return tree;
 }
 } // namespace
 
@@ -79,23 +69,34 @@ SessionState::SessionState (PluginModel& modelToUse,
 //======================================================================================================================
 void SessionState::write (juce::MemoryBlock& destination)
 {
-    const auto root = parameters.copyState().createXml();
+    const auto state = parameters.copyState();
+    writeBlock (state, Tracks::written, destination);
+
+    // Stores that were filled since may be too much beside the tracks, and a block that nobody can read loses all.
+    if (! SessionXml::mayBeParsed (destination.getData(), static_cast<int> (destination.getSize())))
+        writeBlock (state, Tracks::leftOut, destination);
+}
+
+void SessionState::writeBlock (const juce::ValueTree& state, Tracks which, juce::MemoryBlock& destination) const
+{
+    const auto root = state.createXml();
 
     if (root == nullptr)
         return;
 
-    SessionXml::appendChildren (*root, makeElementsBeside());
+    SessionXml::appendChildren (*root, makeElementsBeside (which));
     juce::AudioProcessor::copyXmlToBinary (*root, destination);
 }
 
-SessionXml::Elements SessionState::makeElementsBeside() const
+SessionXml::Elements SessionState::makeElementsBeside (Tracks which) const
 {
     const std::scoped_lock lock (sessionLock);
     SessionXml::Elements elements;
 
     // The track that was loaded last is the current one.
-    for (std::size_t index = 0; index < tracks.size(); ++index)
-        elements.push_back (makeTrackElement (tracks[index], index + 1 == tracks.size()));
+    if (which == Tracks::written)
+        for (std::size_t index = 0; index < tracks.size(); ++index)
+            elements.push_back (makeTrackElement (tracks[index], index + 1 == tracks.size()));
 
     elements.push_back (makeSettingsElement());
 
@@ -182,7 +183,7 @@ void SessionState::read (const void* data, int size)
         }
 
         if (root->getTagName() == treeType.toString())
-            replaceParameters (parameterTreeOf (*root));
+            replaceParameters (juce::ValueTree::fromXml (*root));
 
         if (tracksNow > tracksBefore)
             dropTracksIfUnreadable (tracksBefore);
@@ -236,7 +237,7 @@ void SessionState::readTrackElement (const juce::XmlElement& element)
 void SessionState::dropTracksIfUnreadable (std::size_t keptCount)
 {
     juce::MemoryBlock written;
-    write (written);
+    writeBlock (parameters.copyState(), Tracks::written, written);
 
     if (SessionXml::mayBeParsed (written.getData(), static_cast<int> (written.getSize())))
         return;
@@ -251,18 +252,20 @@ void SessionState::readStores (const juce::XmlElement& root)
 {
     for (std::size_t store = 0; store < parameterStores.size(); ++store)
         for (const auto* child : root.getChildWithTagNameIterator (Tags::stores[store]))
-            parameterStores[store] = child->getFirstChildElement() != nullptr
-                                         ? juce::ValueTree::fromXml (*child->getFirstChildElement())
-                                         : juce::ValueTree();
+        {
+            const auto* tree = child->getFirstChildElement();
+            const auto isKept = tree != nullptr && tree->getTagName().length() <= longestStoreType;
+            parameterStores[store] =
+                isKept ? SessionXml::parametersIn (juce::ValueTree::fromXml (*tree)) : juce::ValueTree();
+        }
 }
 
-void SessionState::replaceParameters (juce::ValueTree tree)
+void SessionState::replaceParameters (const juce::ValueTree& tree)
 {
     // The tree keeps what it is given, so that is a copy of its own. Nobody's lock is held meanwhile: hosts answer a
     // change of parameters with calls of theirs.
-    SessionXml::removeNonNumbers (tree);
     const ScopedRestoring mark (*this);
-    parameters.replaceState (tree);
+    parameters.replaceState (SessionXml::parametersIn (tree));
 }
 
 void SessionState::storeBandGains() noexcept

@@ -31,6 +31,7 @@ public:
                   Presets::Library& presets,
                   std::function<void()> adopted);
 
+    /** What this writes can always be read again: if need be, without the tracks. */
     void write (juce::MemoryBlock& destination);
 
     /** Takes a block over; at its end the current band gains become the base of the gain scale. Its tracks are left out
@@ -67,8 +68,16 @@ private:
     /** Raises the mark for the length of a restore. */
     class ScopedRestoring;
 
+    enum class Tracks
+    {
+        written,
+        leftOut
+    };
+
+    void writeBlock (const juce::ValueTree& state, Tracks which, juce::MemoryBlock& destination) const;
+
     /** What is kept beside the parameters, in its order. */
-    [[nodiscard]] SessionXml::Elements makeElementsBeside() const;
+    [[nodiscard]] SessionXml::Elements makeElementsBeside (Tracks which) const;
     [[nodiscard]] std::unique_ptr<juce::XmlElement> makeTrackElement (const ReferenceTrackRequest& track,
                                                                       bool selected) const;
     [[nodiscard]] std::unique_ptr<juce::XmlElement> makeSettingsElement() const;
@@ -79,7 +88,7 @@ private:
 
     /** Under the session's lock. */
     void fillStores (const juce::ValueTree& current);
-    void replaceParameters (juce::ValueTree tree);
+    void replaceParameters (const juce::ValueTree& tree);
     void storeBandGains() noexcept;
 
     PluginModel& model;

@@ -1,5 +1,6 @@
 #include "core/session/SessionXml.h"
 
+#include "core/parameters/ParameterTable.h"
 #include "core/session/XmlGuard.h"
 
 #include <juce_audio_processors/juce_audio_processors.h>
@@ -8,12 +9,15 @@
 #include <cmath>
 #include <iterator>
 #include <limits>
+#include <map>
 
 namespace
 {
 /** The framework's binary wrapping: a mark, then the text's length, then the text, which may also end at a zero. */
 constexpr int lengthPosition = 4;
 constexpr int textPosition = 8;
+
+constexpr auto notANumber = std::numeric_limits<double>::quiet_NaN();
 
 std::string_view textOf (const char* data, int size) noexcept
 {
@@ -72,13 +76,44 @@ void SessionXml::appendChildren (juce::XmlElement& parent, Elements children)
         parent.prependChildElement (child->release());
 }
 
-void SessionXml::removeNonNumbers (juce::ValueTree& tree)
+juce::ValueTree SessionXml::parametersIn (const juce::ValueTree& tree)
 {
+    static const juce::Identifier parameterType ("PARAM");
+    static const juce::Identifier idName ("id");
     static const juce::Identifier valueName ("value");
 
-    for (auto child : tree)
-        if (! std::isfinite (static_cast<double> (child.getProperty (valueName, 0.0))))
-            child.removeProperty (valueName, nullptr);
+    juce::ValueTree result (tree.getType());
+    std::map<juce::String, juce::ValueTree> known;
+
+    for (const auto& row : ParameterTable::rows())
+        known.emplace (row.id, juce::ValueTree());
+
+    for (const auto& child : tree)
+    {
+        const auto id = child.getProperty (idName).toString();
+        const auto place = child.hasType (parameterType) ? known.find (id) : known.end();
+
+        if (place == known.end())
+            continue;
+
+        auto& parameter = place->second;
+
+        if (! parameter.isValid())
+        {
+            parameter = juce::ValueTree (parameterType);
+            parameter.setProperty (idName, id, nullptr);
+            result.appendChild (parameter, nullptr);
+        }
+
+        const auto value = static_cast<double> (child.getProperty (valueName, notANumber));
+
+        if (std::isfinite (value))
+            parameter.setProperty (valueName, value, nullptr);
+        else
+            parameter.removeProperty (valueName, nullptr);
+    }
+
+    return result;
 }
 
 juce::String SessionXml::fileNameOf (const juce::String& path)

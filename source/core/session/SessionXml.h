@@ -25,8 +25,10 @@ using Elements = std::vector<std::unique_ptr<juce::XmlElement>>;
 /** Appends many children in time that grows with their number alone. */
 void appendChildren (juce::XmlElement& parent, Elements children);
 
-/** Takes values that are not finite out of a parameter tree, so that their parameters get their defaults. */
-void removeNonNumbers (juce::ValueTree& tree);
+/** What of a tree is our parameters': a copy with each of them at most once, the last that the tree has, and without
+    values that are not finite, so that their parameters get their defaults. It has a bounded size, whoever made the
+    tree. */
+[[nodiscard]] juce::ValueTree parametersIn (const juce::ValueTree& tree);
 
 /** What follows the last separator of either kind, since a session may come from another system. */
 [[nodiscard]] juce::String fileNameOf (const juce::String& path);

@@ -269,6 +269,69 @@ TEST_F (SessionDamageTest, aSessionLoadedOverAndOverCanStillBeRead)
     EXPECT_EQ (trackCount, 8192u);
 }
 
+TEST_F (SessionDamageTest, whatIsWrittenCanAlwaysBeReadAgain)
+{
+    // Foreign names beside the parameters, which both stores of the comparison would take over.
+    std::string names;
+
+    for (int index = 0; index < 12500; ++index)
+        names += "<n" + std::to_string (index) + " m" + std::to_string (index) + "=\"1\"/>";
+
+    const auto parameter = [] (const std::string& value)
+    { return "<PARAM id=\"band_gain_0\" value=\"" + value + "\"/>"; };
+    const auto tree = [] (const std::string& content) { return "<ZVQ_Processor>" + content + "</ZVQ_Processor>"; };
+    const auto readAgain = [&] (PluginRig& crafted, float gain)
+    {
+        crafted.processor.sessionState().compareCopy();
+        const auto block = save (crafted.processor);
+        EXPECT_TRUE (SessionXml::mayBeParsed (block.getData(), static_cast<int> (block.getSize())));
+        PluginRig next;
+        load (next.processor, block);
+        EXPECT_EQ (next.processor.model.getBandValue (0, Kind::gain), gain);
+        EXPECT_TRUE (next.processor.sessionState().hasStore (1));
+    };
+
+    PluginRig beside, within, spaced, both, tracks;
+    loadText (beside.processor, tree (names + parameter ("3.0")));
+    readAgain (beside, 3.0f);
+    loadText (within.processor, tree ("<PARAM id=\"band_gain_0\" value=\"3.0\">" + names + "</PARAM>"));
+    readAgain (within, 3.0f);
+    loadText (spaced.processor, tree (parameter ("3.0" + repeated (" ", 60000))));
+    readAgain (spaced, 3.0f);
+    loadText (both.processor,
+              tree (parameter ("3.0") + "<parameterStoreA>" + tree (names) + "</parameterStoreA><parameterStoreB>"
+                    + tree (names) + "</parameterStoreB>"));
+    loadText (both.processor, tree (names + parameter ("4.0")));
+    const auto block = save (both.processor);
+    EXPECT_TRUE (SessionXml::mayBeParsed (block.getData(), static_cast<int> (block.getSize())));
+    EXPECT_LT (block.getSize(), 30000u) << "what is not ours is not kept";
+    readAgain (both, 4.0f);
+
+    // As many tracks as can be read beside empty stores are too many beside full ones.
+    loadText (tracks.processor, tree (parameter ("5.0") + repeated ("<reference-track file-path=\"/b\"/>", 13030)));
+    ASSERT_EQ (tracks.processor.sessionState().referenceTracks().size(), 13030u);
+    readAgain (tracks, 5.0f);
+}
+
+TEST_F (SessionDamageTest, aForeignStoreWithANameOfMegabytesIsNotKept)
+{
+    const auto name = repeated ("n", 5u << 20);
+
+    for (const auto* store : { "parameterStoreA", "parameterStoreB" })
+        loadText (processor, "<FOREIGN><" + std::string (store) + "><" + name + "/></" + store + "></FOREIGN>");
+
+    EXPECT_LT (save (processor).getSize(), 50000u);
+}
+
+TEST_F (SessionDamageTest, theLastOfTwoValuesOfAParameterCounts)
+{
+    PluginRig other;
+    loadText (other.processor,
+              "<ZVQ_Processor><PARAM id=\"band_gain_0\" value=\"3\"/><PARAM id=\"band_gain_0\" value=\"4\"/>"
+              "</ZVQ_Processor>");
+    EXPECT_EQ (other.processor.model.getBandValue (0, Kind::gain), 4.0f);
+}
+
 TEST_F (SessionDamageTest, attributesAreReadUpToTheirBound)
 {
     PluginRig other;
