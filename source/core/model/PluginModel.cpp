@@ -66,7 +66,8 @@ void PluginModel::setParameterValue (const juce::String& id, float plainValue)
     if (parameter == nullptr)
         return;
 
-    const auto normalised = parameter->convertTo0to1 (plainValue);
+    const auto normalised =
+        std::isfinite (plainValue) ? parameter->convertTo0to1 (plainValue) : parameter->getDefaultValue();
 
     if (normalised != parameter->getValue())
     {

@@ -43,7 +43,7 @@ public:
     [[nodiscard]] bool bypassParameterOn() const noexcept;
 
     /** Writes a plain value into a parameter and tells its listeners, if the normalised value differs. Not a gesture.
-        An unknown id does nothing. */
+        A value that is not finite stands for the default; an unknown id does nothing. */
     void setParameterValue (const juce::String& id, float plainValue);
 
     /** Maps a room control to a band's parameter.

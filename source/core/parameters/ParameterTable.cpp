@@ -1,5 +1,7 @@
 #include "core/parameters/ParameterTable.h"
 
+#include "core/parameters/FiniteParameter.h"
+
 #include <array>
 
 namespace
@@ -149,8 +151,6 @@ juce::String ParameterTable::textOf (ParameterText form, float value)
 
 void ParameterTable::addAll (juce::AudioProcessorValueTreeState& tree)
 {
-    using Parameter = juce::AudioProcessorValueTreeState::Parameter;
-
     for (const auto& row : rows())
     {
         auto attributes = juce::AudioProcessorValueTreeStateParameterAttributes()
@@ -166,11 +166,11 @@ void ParameterTable::addAll (juce::AudioProcessorValueTreeState& tree)
             attributes = attributes.withStringFromValueFunction ([form = row.text] (float value, int)
                                                                  { return ParameterTable::textOf (form, value); });
 
-        tree.createAndAddParameter (
-            std::make_unique<Parameter> (juce::ParameterID { row.id, 1 },
-                                         row.name,
-                                         juce::NormalisableRange<float> (row.minimum, row.maximum, row.step, row.skew),
-                                         row.defaultValue,
-                                         attributes));
+        tree.createAndAddParameter (std::make_unique<FiniteParameter> (
+            juce::ParameterID { row.id, 1 },
+            row.name,
+            juce::NormalisableRange<float> (row.minimum, row.maximum, row.step, row.skew),
+            row.defaultValue,
+            attributes));
     }
 }
