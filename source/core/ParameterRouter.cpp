@@ -102,6 +102,16 @@ void ParameterRouter::parameterChanged (const juce::String& id, float value)
     else if (id == ParameterIds::phase || id == ParameterIds::mode)
     {
         callbacks.filterLengthsChanged();
+
+        // The rebuild draws the first band again: after a change of mode as that mode has its gain.
+        if (id == ParameterIds::mode)
+        {
+            const auto gain = model.getBandValue (0, Kind::gain);
+            noteHeardGain (0, gain);
+            engine.note (sameForAllModes (gainNames[0], gain));
+            model.checkMasterLimits();
+        }
+
         engine.markForRebuild();
     }
     else if (const auto* route = findRoute (id))
@@ -119,19 +129,18 @@ void ParameterRouter::bandChanged (const Route& route, float value)
     }
 
     if (route.kind == Kind::gain)
-    {
-        heardGain (route.band).store (value, std::memory_order_relaxed);
         updatePathFlags();
-    }
 
     if (route.kind == Kind::solo)
         soloChanged (route, value);
+    else
+        noteHeardGain (route.band, model.getBandValue (route.band, Kind::gain));
 
     engine.dispatch (sameForAllModes (route.name, value));
 
     // While a band was soloed the other bands' messages drew their solo curves, so their normal curves are old.
     if (route.kind == Kind::solo && ! model.soloActive())
-        engine.sendCurrentUpdates();
+        engine.repeatDrawings();
 }
 
 void ParameterRouter::soloChanged (const Route& route, float value) noexcept
@@ -144,16 +153,22 @@ void ParameterRouter::midSideChanged (const Route& route, float value)
 {
     updatePathFlags();
 
-    const auto base = gainScaleInProgress ? gainScaleBase (route.band) : model.getBandValue (route.band, Kind::gain);
-    heardGain (route.band).store (base, std::memory_order_relaxed);
-    const auto gain = model.gainScalePercent() / 100.0f * base;
-    const auto isStereoBand = value == 0.5f;
-    const auto stereo = isStereoBand ? gain : 0.0f;
-    const auto midSide = isStereoBand ? 0.0f : gain;
-
     // Three modes, none for the display: its curve does not depend on the mid/side value.
-    engine.dispatch (
-        { &gainNames[static_cast<std::size_t> (route.band)], { stereo, midSide, midSide, 0.0f }, 3, true });
+    engine.dispatchAsRead (
+        [&] (BandEngine::Updates& updates)
+        {
+            const auto base =
+                gainScaleInProgress ? gainScaleBase (route.band) : model.getBandValue (route.band, Kind::gain);
+            noteHeardGain (route.band, base);
+            const auto gain = model.gainScalePercent() / 100.0f * base;
+            const auto isStereoBand = value == 0.5f;
+            const auto stereo = isStereoBand ? gain : 0.0f;
+            const auto midSide = isStereoBand ? 0.0f : gain;
+            updates[0] = {
+                &gainNames[static_cast<std::size_t> (route.band)], { stereo, midSide, midSide, 0.0f }, 3, true
+            };
+            return 1;
+        });
 }
 
 void ParameterRouter::updatePathFlags() noexcept
@@ -187,38 +202,48 @@ void ParameterRouter::applyGainScale (float scalePercent)
 
     // Tested before the clamps: a band that Master would cut short refuses Master.
     const auto canUseMaster = isWithinMasterLimit (scalePercent);
-    std::array<BandUpdate, bandCount> updates;
-    std::size_t count = 0;
+    engine.dispatchAsRead (
+        [&] (BandEngine::Updates& updates)
+        {
+            std::size_t count = 0;
 
-    for (int band = 0; band < bandCount; ++band)
-    {
-        if (! isActive (model, band))
-            continue;
+            for (int band = 0; band < bandCount; ++band)
+            {
+                if (! isActive (model, band))
+                    continue;
 
-        const auto base = gainScaleBase (band);
-        heardGain (band).store (base, std::memory_order_relaxed);
-        const auto gain = base * scalePercent / 100.0f;
-        updates[count++] = sameForAllModes (
-            gainNames[static_cast<std::size_t> (band)], withinFilterLimits (gain, model.filterMode()), true);
-    }
+                const auto base = gainScaleBase (band);
+                noteHeardGain (band, base);
+                updates[count++] =
+                    sameForAllModes (gainNames[static_cast<std::size_t> (band)],
+                                     withinFilterLimits (base * scalePercent / 100.0f, model.filterMode()),
+                                     true);
+            }
 
-    engine.dispatch (std::span (updates.data(), count));
+            return static_cast<int> (count);
+        });
+
     gainScaleInProgress = false;
     model.setCanUseMasterMode (canUseMaster);
 }
 
 void ParameterRouter::applyMainBypass()
 {
-    std::array<BandUpdate, bandCount> updates;
-    std::size_t count = 0;
+    engine.dispatchAsRead (
+        [this] (BandEngine::Updates& updates)
+        {
+            std::size_t count = 0;
 
-    for (int band = 0; band < bandCount; ++band)
-        if (isActive (model, band))
-            updates[count++] =
-                sameForAllModes (bypassNames[static_cast<std::size_t> (band)], model.mainBypass() ? 1.0f : 0.0f);
+            for (int band = 0; band < bandCount; ++band)
+                if (isActive (model, band))
+                {
+                    noteHeardGain (band, model.getBandValue (band, Kind::gain));
+                    updates[count++] = sameForAllModes (bypassNames[static_cast<std::size_t> (band)],
+                                                        model.mainBypass() ? 1.0f : 0.0f);
+                }
 
-    if (count > 0)
-        engine.dispatch (std::span (updates.data(), count));
+            return static_cast<int> (count);
+        });
 }
 
 void ParameterRouter::readCurrentParameters()
@@ -263,7 +288,12 @@ void ParameterRouter::forgetHeardGains() noexcept
         gain.store (std::numeric_limits<float>::quiet_NaN(), std::memory_order_relaxed);
 }
 
-void ParameterRouter::readCurrentUpdates (BandEngine::CurrentUpdates& updates) const noexcept
+void ParameterRouter::sendCurrentSettings()
+{
+    engine.dispatchAsRead ([this] (BandEngine::Updates& updates) { return readCurrentSettings (updates); });
+}
+
+int ParameterRouter::readCurrentSettings (BandEngine::Updates& updates) const noexcept
 {
     const auto scalePercent = model.gainScalePercent();
 
@@ -283,4 +313,6 @@ void ParameterRouter::readCurrentUpdates (BandEngine::CurrentUpdates& updates) c
         else
             updates[index] = sameForAllModes (gainNames[index], gain);
     }
+
+    return bandCount;
 }

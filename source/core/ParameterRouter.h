@@ -52,10 +52,10 @@ public:
     /** Forgets from which gains the sound was made, when a session replaces them all. */
     void forgetHeardGains() noexcept;
 
-    /** The ten updates that bring any mode to the current settings without changing what is heard: each band's
-        gain, with the gain scale where that is not 100, or its bypass while the main bypass is on.
-        Any thread; real-time safe. */
-    void readCurrentUpdates (BandEngine::CurrentUpdates& updates) const noexcept;
+    /** Sends the ten updates that bring any mode to the current settings, where its curves are of no more use: each
+        band's gain, with the gain scale where that is not 100, or its bypass while the main bypass is on. Any thread;
+        real-time safe. */
+    void sendCurrentSettings();
 
 private:
     struct Route
@@ -66,6 +66,7 @@ private:
         int band;
     };
 
+    int readCurrentSettings (BandEngine::Updates& updates) const noexcept;
     [[nodiscard]] const Route* findRoute (const juce::String& id) const noexcept;
     void bandChanged (const Route& route, float value);
     void midSideChanged (const Route& route, float value);
@@ -73,9 +74,9 @@ private:
     void applyGainScale (float scalePercent);
     [[nodiscard]] float gainScaleBase (int band) const noexcept;
 
-    [[nodiscard]] std::atomic<float>& heardGain (int band) noexcept
+    void noteHeardGain (int band, float gainDb) noexcept
     {
-        return heardGains[static_cast<std::size_t> (band)];
+        heardGains[static_cast<std::size_t> (band)].store (gainDb, std::memory_order_relaxed);
     }
 
     /** Whether Master lets every active band through at a gain scale. */

@@ -27,10 +27,7 @@ VelmoraAudioProcessor::VelmoraAudioProcessor (const HostDescription& description
       hostDescription (description),
       editorFactory (std::move (editorFactoryToUse)),
       settingsFileUse (settingsFileToUse),
-      engine (
-          model,
-          [this] { return isOfflineRender(); },
-          [this] (BandEngine::CurrentUpdates& updates) { router.readCurrentUpdates (updates); }),
+      engine (model, [this] { return isOfflineRender(); }),
       router (model, engine, { [this] { updateLatency (false); }, [this] (int id) { choosePreset (id); } }),
       analysis (model, target, [this] { return loudnessMeters().inputLoudness(); }),
       audioCallback (model, engine, analysis, host, hostDescription, [this] { return isOfflineRender(); }),
@@ -121,13 +118,20 @@ void VelmoraAudioProcessor::prepareToPlay (double sampleRate, int maxBlock)
     model.setTargetsReady (false, false);
     model.setSmartBandsReady (false, false);
 
+    if (sampleRate == 0.0)
+        return;
+
     // Whatever was set while no rate was known, what a mono layout ignored, and every curve drawn for another rate,
-    // reaches the filters now.
-    if (sampleRate != 0.0 && (rateChanged || layoutChanged || rebuilt))
-    {
+    // reaches the filters now. New lengths alone change nothing that is heard.
+    if (rateChanged)
         router.readCurrentParameters();
-        engine.sendCurrentUpdates();
-    }
+    else if (layoutChanged)
+        router.updatePathFlags();
+
+    if (rateChanged || layoutChanged)
+        router.sendCurrentSettings();
+    else if (rebuilt)
+        engine.repeatDrawings();
 }
 
 void VelmoraAudioProcessor::processBlock (juce::AudioBuffer<float>& buffer, juce::MidiBuffer&)
@@ -225,7 +229,7 @@ void VelmoraAudioProcessor::adoptReplacedParameters()
     if (model.sampleRate > 0.0)
     {
         router.readCurrentParameters();
-        engine.sendCurrentUpdates();
+        router.sendCurrentSettings();
     }
 }
 

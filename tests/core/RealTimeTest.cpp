@@ -227,7 +227,7 @@ TEST_P (RealTimeTest, modeAndPhaseSwitchesRebuildWithoutAllocating)
 
                 EXPECT_EQ (audio.allocations, 0) << "rebuilds after " << *id;
 
-                // Offline the new design is made at once, its curve published, and the Master limits told.
+                // Offline the new design is made at once, from what is kept with the queue, and its curve published.
                 EXPECT_LE (audio.mostLocks, lockOfTheNotification + (GetParam().offline ? 2 : 1) * lockOfAPost);
             }
         });
@@ -267,15 +267,17 @@ TEST_P (RealTimeTest, theListenerTakesNoMoreThanTheQueuesLocksAndTheNotifyLock)
     const std::vector<Expectation> expectations {
         { ParameterIds::ofBand (0, Kind::gain), 2.0f, 4 },
         { ParameterIds::ofBand (0, Kind::frequency), 7000.0f, 4 },
-        { ParameterIds::ofBand (0, Kind::midSide), 0.5f, stereo ? 3 : 0 },
+        { ParameterIds::ofBand (0, Kind::midSide), 0.5f, stereo ? 4 : 0 },
         { ParameterIds::ofBand (0, Kind::solo), 1.0f, 4 },
-        { ParameterIds::ofBand (0, Kind::solo), 0.0f, 4 + 10 * 4 },
+        { ParameterIds::ofBand (0, Kind::solo), 0.0f, 4 + 4 },
         { ParameterIds::phase, 1.0f, 0 },
-        { ParameterIds::mode, 1.0f, 0 },
+
+        // The queues, for the first band's gain as the mode has it, and the channel that tells whether Master fits.
+        { ParameterIds::mode, 1.0f, 4 + 1 },
         { ParameterIds::currentPreset, 5.0f, 0 },
 
-        // The barrier, three active bands for four modes, the channel.
-        { ParameterIds::gainScale, 100.0f, 1 + 3 * 4 + 1 },
+        // The barrier, all active bands at once for each of four modes, the channel.
+        { ParameterIds::gainScale, 100.0f, 1 + 4 + 1 },
     };
 
     onTheAudioThread (

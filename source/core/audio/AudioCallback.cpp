@@ -163,7 +163,7 @@ void AudioCallback::processPiece (const Snapshot& snapshot,
 
     if (toProcess > 0)
     {
-        engine.serviceNext (! isOffline());
+        engine.serviceNext (serviceOfNow());
         filter (snapshot, toProcess);
         outputFifo.write (outputBlock.getArrayOfReadPointers(), channelCount, toProcess);
     }
@@ -174,6 +174,15 @@ void AudioCallback::processPiece (const Snapshot& snapshot,
         applyOutputGain (channels, channelCount, sampleCount);
 
     updateLevelMatch (snapshot);
+}
+
+BandEngine::Service AudioCallback::serviceOfNow() const
+{
+    if (! isOffline())
+        return BandEngine::Service::realTime;
+
+    // A guess from a thread's priority may be wrong, and somebody may listen.
+    return host.reportsOfflineRendering ? BandEngine::Service::offlineAndWait : BandEngine::Service::offline;
 }
 
 int AudioCallback::takeInput (const float* const* channels, int channelCount, int sampleCount) noexcept

@@ -65,6 +65,8 @@ private:
     [[nodiscard]] bool canProcess (int inputCount, int outputCount, int bufferChannelCount) const noexcept;
     void processPiece (const Snapshot& snapshot, float* const* channels, int channelCount, int sampleCount) noexcept;
 
+    [[nodiscard]] BandEngine::Service serviceOfNow() const;
+
     /** Brings the host's samples into inputBlock, every one finite. Returns how many are there to be processed: a
         multiple of the factor; the rest waits in the FIFO. */
     [[nodiscard]] int takeInput (const float* const* channels, int channelCount, int sampleCount) noexcept;

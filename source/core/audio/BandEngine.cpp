@@ -2,15 +2,18 @@
 
 #include <cmath>
 #include <mutex>
+#include <span>
 #include <tuple>
 #include <utility>
 
 namespace
 {
-/** Above this many waiting messages a queue is dropped, and the current settings follow. */
+/** Above this many waiting messages a queue is dropped, and the last drawing of each band follows. */
 constexpr int longestQueue = 20;
 
-const std::string firstGainId { "band_gain_0" };
+const std::array<std::string, bandCount> gainIds { "band_gain_0", "band_gain_1", "band_gain_2", "band_gain_3",
+                                                   "band_gain_4", "band_gain_5", "band_gain_6", "band_gain_7",
+                                                   "band_gain_8", "band_gain_9" };
 
 /** Owns a BlockProcessor for a scope. */
 class ScopedOwnership
@@ -32,21 +35,161 @@ BandEngine::Lane::Lane (BandEngine& engineToUse, BlockProcessorMode mode)
 {
 }
 
+void BandEngine::Lane::handle (const QueuedMessage& queued)
+{
+    draw (queued.band, queued.drawing);
+}
+
 void BandEngine::Lane::endBatch()
 {
     block.finishUpdates();
     block.disown();
 
-    if (std::exchange (masterLimitsPending, false))
+    if (masterLimitsPending.exchange (false))
         engine.model.checkMasterLimits();
 }
 
-BandEngine::BandEngine (PluginModel& modelToUse,
-                        std::function<bool()> isOfflineToUse,
-                        std::function<void (CurrentUpdates&)> readCurrentUpdatesToUse)
-    : model (modelToUse),
-      isOffline (std::move (isOfflineToUse)),
-      readCurrentUpdates (std::move (readCurrentUpdatesToUse))
+template <typename Use>
+void BandEngine::Lane::takeAll (const Reader& read, Use&& use)
+{
+    Updates updates;
+    DesignSettings settings;
+    const auto count = static_cast<std::size_t> (read (updates));
+    engine.model.readDesignSettings (settings);
+
+    for (const auto& update : std::span (updates.data(), count))
+        if (const auto name = parseBandMessageName (*update.parameterId);
+            name.has_value() && static_cast<int> (index()) < update.modeCount)
+            use (update, *name, take (update, *name, settings));
+}
+
+BandDrawing BandEngine::Lane::take (const BandUpdate& update, BandMessageName name, DesignSettings& settings) noexcept
+{
+    const auto value = update.values[index()];
+    auto& last = drawings[static_cast<std::size_t> (name.band)];
+    settings.gainScaleApplied = update.gainScaleApplied;
+
+    if (name.kind != BandMessageKind::solo)
+        return last = bandDrawingFor (name, value, block.mode(), settings);
+
+    // A solo draws for itself alone, and its end brings back what was there.
+    last.soloGain = last.soloGain && value == 1.0f;
+    return settings.soloActive ? bandDrawingFor (name, value, block.mode(), settings) : last;
+}
+
+void BandEngine::Lane::noteLimits (const BandUpdate& update, BandMessageName name) noexcept
+{
+    // A value that holds the gain scale comes from no change of a gain, and whoever scaled it has told what it means.
+    if (! update.gainScaleApplied && (name.kind == BandMessageKind::gain || name.kind == BandMessageKind::q))
+        masterLimitsPending = true;
+}
+
+void BandEngine::Lane::draw (int band, const BandDrawing& drawing) noexcept
+{
+    block.draw (band, drawing);
+
+    if (block.mode() == BlockProcessorMode::display && ! engine.model.soloActive() && ! engine.model.mainBypass())
+        engine.publishResponse (block);
+}
+
+void BandEngine::Lane::post (const Reader& read) noexcept
+{
+    worker.post (
+        [&] (auto nextSlot)
+        {
+            takeAll (read,
+                     [&] (const BandUpdate& update, BandMessageName name, const BandDrawing& drawing)
+                     {
+                         auto& slot = nextSlot();
+                         slot.message.mode = block.mode();
+                         slot.message.value = update.values[index()];
+                         slot.message.parameterId.assign (*update.parameterId);
+                         slot.gainScaleApplied = update.gainScaleApplied;
+                         slot.band = name.band;
+                         slot.drawing = drawing;
+                         noteLimits (update, name);
+                     });
+        });
+}
+
+void BandEngine::Lane::postDrawings (int count) noexcept
+{
+    worker.post (
+        [this, count] (auto nextSlot)
+        {
+            for (int band = 0; band < count; ++band)
+            {
+                const auto& drawing = drawings[static_cast<std::size_t> (band)];
+                auto& slot = nextSlot();
+                slot.message.mode = block.mode();
+                slot.message.value = drawing.gainDb;
+                slot.message.parameterId.assign (gainIds[static_cast<std::size_t> (band)]);
+                slot.gainScaleApplied = true;
+                slot.band = band;
+                slot.drawing = drawing;
+            }
+        });
+}
+
+void BandEngine::Lane::applyAtOnce (const Reader* read, bool lostBefore)
+{
+    std::array<Drawn, bandCount> now;
+    std::size_t count = 0;
+    Drawings all;
+
+    const auto lost = worker.clear (
+        [&]
+        {
+            if (read != nullptr)
+                takeAll (*read,
+                         [&] (const BandUpdate& update, BandMessageName name, const BandDrawing& drawing)
+                         {
+                             now[count++] = { name.band, drawing };
+                             noteLimits (update, name);
+                         });
+
+            all = drawings;
+        });
+
+    // What waited in the queue is gone, so all bands are brought up to date.
+    if (read == nullptr || lost || lostBefore)
+        drawAll (all);
+
+    for (const auto& drawn : std::span (now.data(), count))
+        draw (drawn.band, drawn.drawing);
+
+    block.finishUpdates();
+}
+
+void BandEngine::Lane::catchUp() noexcept
+{
+    if (worker.hasHandledAll())
+        return;
+
+    Drawings all;
+
+    if (worker.clear ([&] { all = drawings; }))
+        drawAll (all);
+
+    block.finishUpdates();
+}
+
+void BandEngine::Lane::drawFirstBand() noexcept
+{
+    BandDrawing drawing;
+    worker.inOrder ([&] { drawing = drawings[0]; });
+    draw (0, drawing);
+    block.finishUpdates();
+}
+
+void BandEngine::Lane::drawAll (const Drawings& all) noexcept
+{
+    for (int band = 0; band < bandCount; ++band)
+        draw (band, all[static_cast<std::size_t> (band)]);
+}
+
+BandEngine::BandEngine (PluginModel& modelToUse, std::function<bool()> isOfflineToUse)
+    : model (modelToUse), isOffline (std::move (isOfflineToUse))
 {
     for (std::size_t index = 0; index < lanes.size(); ++index)
         lanes[index] = std::make_unique<Lane> (*this, static_cast<BlockProcessorMode> (index));
@@ -104,102 +247,77 @@ bool BandEngine::rebuildPending()
     return any;
 }
 
-void BandEngine::sendCurrentUpdates()
+void BandEngine::dispatch (const BandUpdate& update)
 {
-    dispatched.untilSettled (
-        [this]
+    dispatchAsRead (
+        [&update] (Updates& updates)
         {
-            CurrentUpdates updates;
-            readCurrentUpdates (updates);
-            send (updates);
+            updates[0] = update;
+            return 1;
         });
 }
 
-void BandEngine::dispatch (std::span<const BandUpdate> updates)
-{
-    dispatched.raise();
-    send (updates);
-}
-
-void BandEngine::send (std::span<const BandUpdate> updates)
+void BandEngine::send (const Reader& read)
 {
     if (isOffline())
-    {
-        applySynchronously (updates);
-        return;
-    }
-
-    for (const auto& update : updates)
-        for (std::size_t index = 0; index < static_cast<std::size_t> (update.modeCount); ++index)
-            lanes[index]->worker.post (
-                lanes[index]->block.mode(), update.values[index], *update.parameterId, update.gainScaleApplied);
+        applySynchronously (&read);
+    else
+        for (auto& current : lanes)
+            current->post (read);
 }
 
-void BandEngine::applySynchronously (std::span<const BandUpdate> updates)
+void BandEngine::repeatDrawings()
+{
+    if (isOffline())
+        applySynchronously (nullptr);
+    else
+        for (auto& current : lanes)
+            current->postDrawings (bandCount);
+}
+
+void BandEngine::note (const BandUpdate& update) noexcept
+{
+    const auto read = [&update] (Updates& updates)
+    {
+        updates[0] = update;
+        return 1;
+    };
+
+    for (auto& current : lanes)
+        current->worker.inOrder ([&] { current->takeAll (std::ref (read), [] (auto&&...) {}); });
+}
+
+void BandEngine::applySynchronously (const Reader* read)
 {
     std::array<bool, modeCount> lost {};
     auto limitsPending = false;
 
+    // All first, so that workers under way come to an end.
     for (std::size_t index = 0; index < lanes.size(); ++index)
         lost[index] = lanes[index]->worker.clear();
 
     for (std::size_t index = 0; index < lanes.size(); ++index)
     {
-        auto& target = *lanes[index];
-        const ScopedOwnership ownership (target.block);
-
-        // What waited in the queue is gone, so the bands are brought up to date first. The Master limits hang on the
-        // parameters alone and were told when these changed.
-        if (lost[index])
-        {
-            CurrentUpdates current;
-            readCurrentUpdates (current);
-
-            for (const auto& update : current)
-                std::ignore = apply (target, update.values[index], *update.parameterId, update.gainScaleApplied);
-        }
-
-        for (const auto& update : updates)
-            if (static_cast<int> (index) < update.modeCount)
-                limitsPending |= apply (target, update.values[index], *update.parameterId, update.gainScaleApplied);
-
-        target.block.finishUpdates();
+        const ScopedOwnership ownership (lanes[index]->block);
+        lanes[index]->applyAtOnce (read, lost[index]);
+        limitsPending |= lanes[index]->masterLimitsPending.exchange (false);
     }
 
     if (limitsPending)
         model.checkMasterLimits();
 }
 
-void BandEngine::handleBandMessage (Lane& target, const QueuedMessage& queued)
-{
-    target.masterLimitsPending |=
-        apply (target, queued.message.value, queued.message.parameterId, queued.gainScaleApplied);
-}
-
-bool BandEngine::apply (Lane& target, float value, const std::string& parameterId, bool gainScaleApplied)
-{
-    target.block.update (value, parameterId, gainScaleApplied);
-
-    if (target.block.mode() == BlockProcessorMode::display && ! model.soloActive() && ! model.mainBypass())
-        publishResponse (target.block);
-
-    // A value that holds the gain scale comes from no change of a gain, and whoever scaled it has told what it means.
-    if (gainScaleApplied)
-        return false;
-
-    const auto name = parseBandMessageName (parameterId);
-    return name.has_value() && (name->kind == BandMessageKind::gain || name->kind == BandMessageKind::q);
-}
-
 void BandEngine::publishResponse (const BlockProcessor& display)
 {
     const auto curve = display.displayCurve();
+    std::array<float, PluginModel::responsePointCount> curveDb;
+
+    for (std::size_t point = 0; point < curveDb.size(); ++point)
+        curveDb[point] = static_cast<float> (20.0 * std::log10 (curve[point]));
 
     {
         const std::lock_guard lock (model.responseLock);
-
-        for (std::size_t point = 0; point < model.responseCurveDb.size(); ++point)
-            model.responseCurveDb[point] = static_cast<float> (20.0 * std::log10 (curve[point]));
+        model.responseCurveDb = curveDb;
     }
 
     model.responseCurveChanged.store (true, std::memory_order_release);
@@ -211,34 +329,50 @@ void BandEngine::markForRebuild() noexcept
         current->block.needsRebuild = true;
 }
 
-void BandEngine::serviceNext (bool realtime) noexcept
+void BandEngine::serviceNext (Service service) noexcept
 {
-    auto& target = *lanes[serviceIndex];
+    // What is rendered from here on must not hang on how far the workers have come, nor on whose turn it is.
+    const auto waits = service == Service::offlineAndWait;
+
+    if (std::exchange (waitsForWorkers, waits) != waits && waits)
+    {
+        for (auto& current : lanes)
+            serve (*current, service);
+
+        serviceIndex = 0;
+        return;
+    }
+
+    serve (*lanes[serviceIndex], service);
     serviceIndex = (serviceIndex + 1) % lanes.size();
+}
 
-    const auto owned = target.block.tryOwn();
-    auto limitsPending = false;
+void BandEngine::serve (Lane& target, Service service) noexcept
+{
+    const auto waits = service == Service::offlineAndWait;
 
-    if (! owned || target.worker.isBusy())
+    if (waits)
+        target.block.own();
+
+    const auto owned = waits || target.block.tryOwn();
+
+    if (! waits && (! owned || target.worker.isBusy()))
     {
         target.worker.setSkip (true);
     }
     else
     {
+        if (waits)
+            target.catchUp();
+
         if (target.block.needsRebuild.exchange (false))
         {
             target.block.rebuild();
-            const auto gain = model.getBandValue (0, Settings::Parameter::gain);
 
-            if (realtime)
-            {
-                target.worker.post (target.block.mode(), gain, firstGainId, false);
-            }
+            if (service == Service::realTime)
+                target.postDrawings (1);
             else
-            {
-                limitsPending = apply (target, gain, firstGainId, false);
-                target.block.finishUpdates();
-            }
+                target.drawFirstBand();
         }
 
         if (target.block.tapsReady.load (std::memory_order_acquire))
@@ -249,9 +383,6 @@ void BandEngine::serviceNext (bool realtime) noexcept
 
     if (owned)
         target.block.disown();
-
-    if (limitsPending)
-        model.checkMasterLimits();
 }
 
 void BandEngine::maintainQueues()
@@ -261,24 +392,8 @@ void BandEngine::maintainQueues()
         current->worker.dropAbove (longestQueue);
 
         if (current->worker.takeUpdatesLost())
-            postCurrentUpdates (*current);
+            current->postDrawings (bandCount);
     }
-}
-
-void BandEngine::postCurrentUpdates (Lane& target)
-{
-    const auto index = static_cast<std::size_t> (target.block.mode());
-
-    dispatched.untilSettled (
-        [this, &target, index]
-        {
-            CurrentUpdates updates;
-            readCurrentUpdates (updates);
-
-            for (const auto& update : updates)
-                target.worker.post (
-                    target.block.mode(), update.values[index], *update.parameterId, update.gainScaleApplied);
-        });
 }
 
 bool BandEngine::isIdle() const

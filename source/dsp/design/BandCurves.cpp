@@ -56,9 +56,13 @@ BandCurves::BandCurves (BlockProcessorMode modeToUse)
 
 void BandCurves::designBand (BandMessageName message, float value, const DesignSettings& settings) noexcept
 {
+    drawBand (message.band, bandDrawingFor (message, value, curveMode, settings), settings);
+}
+
+void BandCurves::drawBand (int band, const BandDrawing& drawing, const DesignSettings& settings) noexcept
+{
     auto& curves = settings.soloActive ? soloBandCurves : bandCurves;
-    evaluateBandCurve (bandShapeFor (message, value, curveMode, settings),
-                       curves[static_cast<std::size_t> (message.band)]);
+    evaluateBandCurve (bandShapeFor (drawing, band, curveMode, settings), curves[static_cast<std::size_t> (band)]);
 }
 
 void BandCurves::sumBands (const DesignSettings& settings) noexcept

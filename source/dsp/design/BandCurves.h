@@ -32,6 +32,9 @@ public:
     /** Evaluates the message's band anew: its solo curve while a band is soloed, its normal curve otherwise. */
     void designBand (BandMessageName message, float value, const DesignSettings& settings) noexcept;
 
+    /** Evaluates a band anew as it is drawn; into the same curve. */
+    void drawBand (int band, const BandDrawing& drawing, const DesignSettings& settings) noexcept;
+
     /** Sums the bands that are in use (gain parameter not 0, not bypassed) into the high and the low curve, by the side
         of 1500 Hz on which their frequency parameter lies. */
     void sumBands (const DesignSettings& settings) noexcept;

@@ -45,12 +45,12 @@ std::optional<int> bandAtEndOf (std::string_view name) noexcept
     return name.back() - '0';
 }
 
-float stereoGain (float gainDb, const BandSettings& band, bool soloActive) noexcept
+float stereoGain (const BandDrawing& drawing, float soloSwitch, bool soloActive) noexcept
 {
-    if (band.midSide != midSideCentre || (soloActive && band.solo == 0.0f))
+    if (drawing.midSide != midSideCentre || (soloActive && soloSwitch == 0.0f))
         return 0.0f;
 
-    return band.solo == 1.0f ? soloGainDb : gainDb;
+    return (soloActive ? soloSwitch == 1.0f : drawing.soloGain) ? soloGainDb : drawing.gainDb;
 }
 
 /** `inward` is how far the mid/side value lies in this mode's own half, negative in the other's. */
@@ -65,28 +65,34 @@ float midOrSideGain (float gainDb, float inward, bool soloActive) noexcept
     return inward > 0.0f ? gainDb : gainDb * (1.0f + 2.0f * inward);
 }
 
-float effectiveGainOf (float gainDb,
-                       const BandSettings& band,
-                       BlockProcessorMode mode,
-                       const DesignSettings& settings) noexcept
+float scaledGain (float gainDb, const DesignSettings& settings) noexcept
 {
-    const auto scaled = settings.gainScaleApplied
-                            ? gainDb
-                            : std::clamp (settings.gainScalePercent * gainDb / 100.0f, -gainLimitDb, gainLimitDb);
+    return settings.gainScaleApplied
+               ? gainDb
+               : std::clamp (settings.gainScalePercent * gainDb / 100.0f, -gainLimitDb, gainLimitDb);
+}
 
+bool soloSwitchCounts (const BandSettings& band, const DesignSettings& settings) noexcept
+{
+    return ! settings.soloActive && band.solo == 1.0f;
+}
+
+/** The mode's share of a drawing's gain. */
+float shareOf (const BandDrawing& drawing, float soloSwitch, BlockProcessorMode mode, bool soloActive) noexcept
+{
     switch (mode)
     {
         case BlockProcessorMode::stereo:
-            return stereoGain (scaled, band, settings.soloActive);
+            return stereoGain (drawing, soloSwitch, soloActive);
         case BlockProcessorMode::mid:
-            return midOrSideGain (scaled, midSideCentre - band.midSide, settings.soloActive);
+            return midOrSideGain (drawing.gainDb, midSideCentre - drawing.midSide, soloActive);
         case BlockProcessorMode::side:
-            return midOrSideGain (scaled, band.midSide - midSideCentre, settings.soloActive);
+            return midOrSideGain (drawing.gainDb, drawing.midSide - midSideCentre, soloActive);
         case BlockProcessorMode::display:
             break;
     }
 
-    return scaled;
+    return drawing.gainDb;
 }
 
 /** The band's settings with the message's value in the place of the parameter that it names. */
@@ -140,19 +146,44 @@ std::optional<BandMessageName> parseBandMessageName (std::string_view name) noex
 
 float effectiveGain (float gainDb, int band, BlockProcessorMode mode, const DesignSettings& settings) noexcept
 {
-    return effectiveGainOf (gainDb, settings.bands[static_cast<std::size_t> (band)], mode, settings);
+    const auto& current = settings.bands[static_cast<std::size_t> (band)];
+    const BandDrawing drawing { .gainDb = scaledGain (gainDb, settings),
+                                .midSide = current.midSide,
+                                .soloGain = soloSwitchCounts (current, settings) };
+    return shareOf (drawing, current.solo, mode, settings.soloActive);
+}
+
+BandDrawing
+bandDrawingFor (BandMessageName message, float value, BlockProcessorMode mode, const DesignSettings& settings) noexcept
+{
+    const auto band = settingsWithMessage (message, value, settings);
+    const auto silenced = settings.mainBypass && mode != BlockProcessorMode::display;
+
+    return { .gainDb = scaledGain (silenced ? 0.0f : band.gainDb, settings),
+             .frequencyHz = band.frequencyHz,
+             .q = band.q,
+             .midSide = band.midSide,
+             .highShelf = band.highShelf != 0.0f,
+             .soloGain = soloSwitchCounts (band, settings) };
+}
+
+BandShape
+bandShapeFor (const BandDrawing& drawing, int band, BlockProcessorMode mode, const DesignSettings& settings) noexcept
+{
+    const auto soloSwitch = settings.bands[static_cast<std::size_t> (band)].solo;
+    const auto reduced = ! settings.soloActive && static_cast<double> (drawing.frequencyHz) <= lowPathLimitHz;
+
+    return { .gainDb = shareOf (drawing, soloSwitch, mode, settings.soloActive),
+             .frequencyHz = drawing.frequencyHz,
+             .q = drawing.q,
+             .highShelf = drawing.highShelf,
+             .designRate = reduced ? settings.sampleRate / settings.decimationFactor : settings.sampleRate };
 }
 
 BandShape
 bandShapeFor (BandMessageName message, float value, BlockProcessorMode mode, const DesignSettings& settings) noexcept
 {
-    const auto band = settingsWithMessage (message, value, settings);
-    const auto silenced = settings.mainBypass && mode != BlockProcessorMode::display;
-    const auto gainDb = effectiveGainOf (silenced ? 0.0f : band.gainDb, band, mode, settings);
-    const auto reduced = ! settings.soloActive && static_cast<double> (band.frequencyHz) <= lowPathLimitHz;
-    const auto designRate = reduced ? settings.sampleRate / settings.decimationFactor : settings.sampleRate;
-
-    return { gainDb, band.frequencyHz, band.q, band.highShelf != 0.0f, designRate };
+    return bandShapeFor (bandDrawingFor (message, value, mode, settings), message.band, mode, settings);
 }
 
 void evaluateBandCurve (const BandShape& shape, std::span<double> curve) noexcept

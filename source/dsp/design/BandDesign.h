@@ -1,5 +1,6 @@
 #pragma once
 
+#include "dsp/BandDrawing.h"
 #include "dsp/BlockProcessorMode.h"
 #include "dsp/design/FirLengths.h"
 
@@ -92,9 +93,17 @@ struct BandShape
 [[nodiscard]] float
 effectiveGain (float gainDb, int band, BlockProcessorMode mode, const DesignSettings& settings) noexcept;
 
-/** The shape of the message's band. `value` takes the place of the parameter that the message names; the others are the
+/** What a message comes to. `value` takes the place of the parameter that the message names; the others are the
     settings'. In Master a gain message is held within 4 dB and a Q message to 1.5, while stored values pass. Under the
     main bypass the three audio modes start from a gain of 0 whatever the message says. Real-time safe. */
+[[nodiscard]] BandDrawing
+bandDrawingFor (BandMessageName message, float value, BlockProcessorMode mode, const DesignSettings& settings) noexcept;
+
+/** The shape of a drawing in a mode, as the settings' rates and solo switches have it. Real-time safe. */
+[[nodiscard]] BandShape
+bandShapeFor (const BandDrawing& drawing, int band, BlockProcessorMode mode, const DesignSettings& settings) noexcept;
+
+/** The shape of the message's band, at once. Real-time safe. */
 [[nodiscard]] BandShape
 bandShapeFor (BandMessageName message, float value, BlockProcessorMode mode, const DesignSettings& settings) noexcept;
 

@@ -60,7 +60,18 @@ void BlockProcessor::update (float value, const std::string& parameterName, bool
         return;
 
     readSettings (gainScaleApplied);
-    curves.designBand (*name, value, settings);
+    drawWithSettings (name->band, bandDrawingFor (*name, value, blockMode, settings));
+}
+
+void BlockProcessor::draw (int band, const BandDrawing& drawing) noexcept
+{
+    readSettings (false);
+    drawWithSettings (band, drawing);
+}
+
+void BlockProcessor::drawWithSettings (int band, const BandDrawing& drawing) noexcept
+{
+    curves.drawBand (band, drawing, settings);
     updatesPending = true;
 
     if (blockMode == Mode::display)

@@ -65,6 +65,10 @@ public:
         @param gainScaleApplied the value holds the gain scale already */
     void update (float value, const std::string& parameterName, bool gainScaleApplied) noexcept;
 
+    /** Draws a band's curve as it was drawn before, or as an update came to be drawn. Taps are left to finishUpdates().
+        Real-time safe after prepare(). */
+    void draw (int band, const BandDrawing& drawing) noexcept;
+
     /** Makes the taps for all updates since the last call and sets tapsReady; does nothing without an update. Real-time
         safe after prepare(). */
     void finishUpdates() noexcept;
@@ -109,6 +113,7 @@ public:
 
 private:
     void readSettings (bool gainScaleApplied) noexcept;
+    void drawWithSettings (int band, const BandDrawing& drawing) noexcept;
     void configure (const FirLengths& lengths) noexcept;
 
     const IDesignSource& owner;

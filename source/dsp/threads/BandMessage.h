@@ -1,5 +1,6 @@
 #pragma once
 
+#include "dsp/BandDrawing.h"
 #include "dsp/BlockProcessorMode.h"
 
 #include <string>
@@ -18,4 +19,8 @@ struct QueuedMessage
 {
     BandMessage message;
     bool gainScaleApplied = false;
+
+    /** What the message came to when it was sent. */
+    int band = 0;
+    BandDrawing drawing;
 };

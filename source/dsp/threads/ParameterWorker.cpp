@@ -26,9 +26,9 @@ void guarded (Function&& function)
 
 ParameterWorker::ParameterWorker (IMessageHandler& handlerToUse) : handler (handlerToUse) {}
 
-ParameterWorker::Batch ParameterWorker::reservedBatch()
+ParameterWorker::Batch ParameterWorker::reservedBatch (std::size_t size)
 {
-    Batch batch (capacity);
+    Batch batch (size);
 
     for (auto& queued : batch)
         queued.message.parameterId.reserve (reservedIdLength);
@@ -128,40 +128,24 @@ void ParameterWorker::requestStop()
     wake.notify_all();
 }
 
-void ParameterWorker::post (BlockProcessorMode mode,
-                            float value,
-                            const std::string& parameterId,
-                            bool gainScaleApplied) noexcept
+QueuedMessage& ParameterWorker::nextSlot() noexcept
 {
+    if (incomingCount == capacity)
     {
-        const std::lock_guard lock (mutex);
-
-        if (incomingCount == capacity)
-        {
-            updatesLost = true;
-            return;
-        }
-
-        auto& slot = incoming[incomingCount++];
-        slot.message.mode = mode;
-        slot.message.value = value;
-        slot.message.parameterId.assign (parameterId);
-        slot.gainScaleApplied = gainScaleApplied;
-        ++posted;
+        updatesLost = true;
+        return incoming[capacity];
     }
 
-    wake.notify_one();
+    ++posted;
+    return incoming[incomingCount++];
 }
 
-bool ParameterWorker::clear()
+void ParameterWorker::drop() noexcept
 {
-    const std::lock_guard lock (mutex);
-    const auto lost = incomingCount > 0 || busy;
     incomingCount = 0;
     ++dropCount;
     posted = 0;
     processed = 0;
-    return lost;
 }
 
 void ParameterWorker::dropAbove (int limit)
@@ -171,10 +155,7 @@ void ParameterWorker::dropAbove (int limit)
     if (posted - processed <= limit)
         return;
 
-    incomingCount = 0;
-    ++dropCount;
-    posted = 0;
-    processed = 0;
+    drop();
     updatesLost = true;
 }
 

@@ -44,19 +44,56 @@ public:
     /** Ends the loop: the rest of a running batch is skipped. Any thread. */
     void requestStop();
 
-    /** Appends a message and wakes the worker. Any thread; holds the mutex for the append only, allocates nothing for
-        ids of up to 32 characters. */
-    void post (BlockProcessorMode mode, float value, const std::string& parameterId, bool gainScaleApplied) noexcept;
+    /** Appends messages and wakes the worker: calls `append` with a function that gives the next slot to fill in, also
+        where none is left. That happens under the mutex, so what `append` reads and notes is in the order of the queue;
+        it must be short, take no lock and allocate nothing. Slots hold ids of up to 32 characters without the heap. Any
+        thread; real-time safe. */
+    template <typename Append>
+    void post (Append&& append) noexcept
+    {
+        {
+            const std::lock_guard lock (mutex);
+            append ([this]() noexcept -> QueuedMessage& { return nextSlot(); });
+        }
 
-    /** Drops everything that waits, also the rest of a running batch, and sets both counters to 0.
+        wake.notify_one();
+    }
+
+    /** Drops everything that waits, also the rest of a running batch, and sets both counters to 0; then calls `note`
+        under the same mutex. A mark of an earlier loss goes as well.
         @returns whether anything was, or may have been, lost */
-    bool clear();
+    template <typename Note>
+    bool clear (Note&& note)
+    {
+        const std::lock_guard lock (mutex);
+        const auto lost = incomingCount > 0 || busy || updatesLost.exchange (false);
+        drop();
+        note();
+        return lost;
+    }
+
+    bool clear()
+    {
+        return clear ([] {});
+    }
+
+    /** Calls `note` under the mutex, and so in the order of the queue. */
+    template <typename Note>
+    void inOrder (Note&& note) const
+    {
+        const std::lock_guard lock (mutex);
+        note();
+    }
 
     /** Drops everything that waits if more than `limit` messages are posted and not processed, and marks the loss. */
     void dropAbove (int limit);
 
     /** True while a batch is being worked off. Any thread. */
     [[nodiscard]] bool isBusy() const noexcept { return busy.load (std::memory_order_acquire); }
+
+    /** Whether everything that was posted is handled, as far as can be told without the mutex. Any thread; real-time
+        safe. */
+    [[nodiscard]] bool hasHandledAll() const noexcept { return ! busy && posted == 0 && ! updatesLost; }
 
     /** True when nothing waits and no batch runs. Any thread but the audio thread. */
     [[nodiscard]] bool isIdle() const;
@@ -76,7 +113,12 @@ public:
 private:
     using Batch = std::vector<QueuedMessage>;
 
-    [[nodiscard]] static Batch reservedBatch();
+    [[nodiscard]] static Batch reservedBatch (std::size_t size);
+
+    /** Under the mutex. */
+    [[nodiscard]] QueuedMessage& nextSlot() noexcept;
+    void drop() noexcept;
+
     [[nodiscard]] bool takeBatch();
     void runBatch();
     [[nodiscard]] bool beginMessage();
@@ -96,11 +138,12 @@ private:
     std::condition_variable wake;
     std::condition_variable drained;
 
-    Batch incoming = reservedBatch();
+    /** One slot more than is ever handed to the worker: what does not fit is written there. */
+    Batch incoming = reservedBatch (capacity + 1);
     std::size_t incomingCount = 0;
     int dropCount = 0;
 
-    Batch running = reservedBatch();
+    Batch running = reservedBatch (capacity + 1);
     std::size_t runningCount = 0;
     int dropCountAtBatch = 0;
 };

@@ -6,10 +6,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <thread>
+
 namespace
 {
 using Kind = Settings::Parameter;
 using Mode = BlockProcessorMode;
+using Service = BandEngine::Service;
 using testing::ElementsAre;
 
 constexpr std::array allModes { Mode::stereo, Mode::mid, Mode::side, Mode::display };
@@ -111,50 +114,178 @@ TEST_F (BandEngineTest, leavesAModeAloneWhileItIsBeingDesigned)
     EXPECT_FALSE (engine.block (Mode::stereo).tapsReady);
 }
 
-TEST_F (BandEngineTest, leavesAModeAloneOfflineToo)
+TEST_F (BandEngineTest, whereAThreadsPriorityAloneSaysOfflineAModeIsLeftAloneToo)
 {
-    // A bounce of which the host tells with its first block may so begin with the filters of before.
     rig.setBand (0, 8000.0f, 6.0f);
     rig.waitForWorkers();
     auto& stereo = engine.block (Mode::stereo);
-    constexpr auto offline = false;
 
     stereo.own();
-    engine.serviceNext (offline);
+    engine.serviceNext (Service::offline);
     EXPECT_TRUE (stereo.tapsReady) << "its turn passed";
     stereo.disown();
 
     for (std::size_t turn = 0; turn < allModes.size(); ++turn)
-        engine.serviceNext (offline);
+        engine.serviceNext (Service::offline);
 
     EXPECT_FALSE (stereo.tapsReady);
 }
 
-TEST (BandEngineReplayTest, whatChangesWhileValuesAreReadIsSentAgainBehindThem)
+TEST_F (BandEngineTest, offlineAModeThatIsBeingDesignedIsWaitedFor)
 {
-    PluginModel model;
-    BandEngine* engine = nullptr;
-    const std::string gain = "band_gain_0";
-    auto current = 1.0f;
-    auto readings = 0;
-    BandEngine replaying (
-        model,
-        [] { return false; },
-        [&] (BandEngine::CurrentUpdates& updates)
-        {
-            for (auto& update : updates)
-                update = { &gain, { current, current, current, current }, 1, false };
+    rig.setBand (0, 8000.0f, 6.0f);
+    rig.waitForWorkers();
+    auto& side = engine.block (Mode::side);
+    std::atomic<bool> served { false };
 
-            if (++readings == 1)
-            {
-                // Another thread moves the gain now, and its message overtakes what was read before.
-                current = 2.0f;
-                engine->dispatch ({ &gain, { current, current, current, current }, 1, false });
-            }
+    side.own();
+    std::thread audio (
+        [&]
+        {
+            engine.serviceNext (Service::offlineAndWait);
+            served = true;
         });
-    engine = &replaying;
-    replaying.sendCurrentUpdates();
-    EXPECT_EQ (readings, 2);
+
+    // Far longer than a service takes that does not wait.
+    for (int turn = 0; turn < 20000 && ! served; ++turn)
+        std::this_thread::yield();
+
+    EXPECT_FALSE (served);
+    side.disown();
+    audio.join();
+    EXPECT_THAT (flags (&BlockProcessor::tapsReady), ElementsAre (false, false, false, false))
+        << "the first block of a bounce has all filters";
+}
+
+TEST_F (BandEngineTest, offlineWhatStillWaitsInAQueueIsDrawnAtOnce)
+{
+    rig.setBand (0, 8000.0f, 1.0f);
+    rig.settle();
+    auto& stereo = engine.block (Mode::stereo);
+    stereo.own();
+    rig.set (0, Kind::gain, 5.0f);
+
+    // The worker has nothing but this, and may or may not have begun.
+    std::thread audio ([&] { engine.serviceNext (Service::offlineAndWait); });
+    stereo.disown();
+    audio.join();
+    EXPECT_EQ (designedFilter::high (rig), filterWith (5.0f));
+    EXPECT_FALSE (stereo.tapsReady) << "and handed over";
+}
+
+TEST_F (BandEngineTest, offlineModesTakeTurnsFromTheFirst)
+{
+    engine.serviceNext (Service::realTime);
+    engine.serviceNext (Service::offlineAndWait);
+    rig.renderOffline();
+    rig.setBand (0, 8000.0f, 6.0f);
+
+    for (std::size_t served = 0; served < 3; ++served)
+    {
+        auto expected = std::vector<bool> { true, true, true, false };
+        std::fill_n (expected.begin(), served, false);
+        EXPECT_EQ (flags (&BlockProcessor::tapsReady), expected);
+        engine.serviceNext (Service::offlineAndWait);
+    }
+}
+
+TEST_F (BandEngineTest, aBounceIsTheSameHoweverFarTheWorkersHaveCome)
+{
+    const auto bounceAfter = [] (int blocks, bool workersMayFinish)
+    {
+        PluginRig bounced;
+        bounced.set (ParameterIds::mode, 1.0f);
+        bounced.prepare (48000.0, 64);
+        bounced.settle();
+
+        for (int band = 0; band < 10; ++band)
+            bounced.setBand (band, 2000.0f + 1500.0f * static_cast<float> (band), 3.0f);
+
+        if (workersMayFinish)
+            bounced.waitForWorkers();
+
+        bounced.runSilence (64 * blocks, 64);
+        bounced.renderOffline();
+        return bounced.run (signals::noise (2, 64 * 20, 8), 64);
+    };
+
+    const auto wanted = bounceAfter (0, true);
+
+    for (int blocks = 0; blocks < 6; ++blocks)
+        EXPECT_EQ (signals::firstDifference (bounceAfter (blocks, blocks % 2 == 1), wanted), "") << blocks;
+}
+
+TEST_F (BandEngineTest, currentSettingsAreReadOnceForEachModeWhateverOthersDo)
+{
+    std::atomic<bool> stop { false };
+    std::thread automation (
+        [&]
+        {
+            for (int step = 0; ! stop; ++step)
+                rig.set (0, Kind::gain, 0.1f * static_cast<float> (step % 50));
+        });
+    const std::string gain = "band_gain_0";
+    auto readings = 0;
+
+    for (int round = 0; round < 50; ++round)
+        engine.dispatchAsRead (
+            [&] (BandEngine::Updates& updates)
+            {
+                ++readings;
+                const auto current = rig.processor.model.getBandValue (0, Kind::gain);
+                updates[0] = { &gain, { current, current, current, current }, 4, false };
+                return 1;
+            });
+
+    EXPECT_EQ (readings, 50 * BandEngine::modeCount);
+    stop = true;
+    automation.join();
+    rig.set (0, Kind::gain, 0.1f);
+    rig.set (0, Kind::gain, 5.0f);
+
+    for (int turn = 0; turn < 3; ++turn)
+    {
+        rig.waitForWorkers();
+        engine.maintainQueues();
+    }
+
+    rig.set (0, Kind::frequency, 8000.0f);
+    EXPECT_EQ (designedFilter::high (rig), filterWith (5.0f));
+}
+
+TEST_F (BandEngineTest, whatIsReadBeforeAChangeIsSentBeforeIt)
+{
+    // A change on another thread comes while settings are being read: it waits for the queue and is drawn last.
+    const std::string gain = "band_gain_0";
+    rig.set (0, Kind::frequency, 8000.0f);
+    rig.set (0, Kind::gain, 1.0f);
+    std::atomic<bool> started { false };
+    std::thread other;
+
+    engine.dispatchAsRead (
+        [&] (BandEngine::Updates& updates)
+        {
+            const auto current = rig.processor.model.getBandValue (0, Kind::gain);
+            updates[0] = { &gain, { current, current, current, current }, 4, false };
+
+            if (! other.joinable())
+            {
+                other = std::thread (
+                    [&]
+                    {
+                        started = true;
+                        rig.set (0, Kind::gain, 2.0f);
+                    });
+
+                while (! started || rig.processor.model.getBandValue (0, Kind::gain) != 2.0f)
+                    std::this_thread::yield();
+            }
+
+            return 1;
+        });
+
+    other.join();
+    EXPECT_EQ (designedFilter::high (rig), filterWith (2.0f));
 }
 
 TEST_F (BandEngineTest, aDroppedQueueIsFollowedByTheLastValues)

@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <semaphore>
 #include <stdexcept>
 #include <thread>
@@ -76,9 +77,17 @@ protected:
             thread.join();
     }
 
-    void post (float value, const std::string& id = "band_gain_0")
+    void post (float value, const std::string& id = "band_gain_0", bool gainScaleApplied = false)
     {
-        worker.post (BlockProcessorMode::mid, value, id, false);
+        worker.post (
+            [&] (auto nextSlot)
+            {
+                auto& slot = nextSlot();
+                slot.message.mode = BlockProcessorMode::mid;
+                slot.message.value = value;
+                slot.message.parameterId.assign (id);
+                slot.gainScaleApplied = gainScaleApplied;
+            });
     }
 
     void postMany (int count)
@@ -115,8 +124,8 @@ protected:
 
 TEST_F (ParameterWorkerTest, handlesEveryMessageInOrderWithItsMark)
 {
-    worker.post (BlockProcessorMode::side, 1.0f, "band_gain_3", true);
-    worker.post (BlockProcessorMode::side, 2.0f, "band_frequency_4", false);
+    post (1.0f, "band_gain_3", true);
+    post (2.0f, "band_frequency_4", false);
     start();
     waitUntilIdle();
 
@@ -333,10 +342,47 @@ TEST_F (ParameterWorkerTest, postingTakesOneLockAndNoMemory)
     const RealTimeGuard guard;
 
     for (int index = 0; index < 100; ++index)
-        worker.post (BlockProcessorMode::stereo, 1.0f, longestId, false);
+        post (1.0f, longestId);
 
     EXPECT_EQ (guard.allocations(), 0);
     EXPECT_EQ (guard.locks(), RealTimeGuard::countsLocks() ? 100 : 0);
+}
+
+TEST_F (ParameterWorkerTest, whatIsNotedUnderTheMutexIsInTheOrderOfTheQueue)
+{
+    // Each thread reads a number, notes the next one and posts it: in the queue they stand in order.
+    constexpr int threadCount = 3;
+    constexpr int postsPerThread = 70;
+    auto noted = 0.0f;
+    std::vector<std::thread> posters;
+
+    for (int which = 0; which < threadCount; ++which)
+        posters.emplace_back (
+            [&]
+            {
+                for (int index = 0; index < postsPerThread; ++index)
+                    worker.post ([&] (auto nextSlot) { nextSlot().message.value = noted++; });
+            });
+
+    for (auto& poster : posters)
+        poster.join();
+
+    start();
+    waitUntilIdle();
+    ASSERT_EQ (handler.values.size(), static_cast<std::size_t> (threadCount * postsPerThread));
+    EXPECT_TRUE (std::is_sorted (handler.values.begin(), handler.values.end()));
+    worker.inOrder ([&] { EXPECT_EQ (noted, static_cast<float> (threadCount * postsPerThread)); });
+}
+
+TEST_F (ParameterWorkerTest, clearingTakesTheMarkOfALossWithIt)
+{
+    postMany (21);
+    worker.dropAbove (20);
+    auto notes = 0;
+    EXPECT_TRUE (worker.clear ([&] { ++notes; }));
+    EXPECT_FALSE (worker.clear ([&] { ++notes; }));
+    EXPECT_FALSE (worker.takeUpdatesLost());
+    EXPECT_EQ (notes, 2);
 }
 
 TEST_F (ParameterWorkerTest, losesNothingWhenManyThreadsPost)
