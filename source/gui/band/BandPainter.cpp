@@ -12,6 +12,7 @@ constexpr float dotSize = 10.0f;
 constexpr float dotOutline = 1.5f;
 constexpr float overDotShift = 2.0f;
 constexpr float lineWedge = 5.0f;
+constexpr float shadowAlpha = 0.4f;
 constexpr float restFade = 0.7f;
 constexpr float middle = 0.5f;
 
@@ -82,7 +83,8 @@ void paintBody (juce::Graphics& g,
         paintPart (g, body.withX (part.getStart()).withWidth (part.getLength()), edges, fill, line);
 }
 
-/** The line from the walls to the panel, which it meets with a wedge. */
+/** The line from the walls to the panel, which it meets with a wedge, over a shadow: at the front plane the body is as
+    opaque as the line. */
 void paintLine (juce::Graphics& g, const BandLayout& layout, const BandLook& look, juce::Colour line)
 {
     const auto row = static_cast<float> (layout.lineY()) + 0.5f;
@@ -91,14 +93,16 @@ void paintLine (juce::Graphics& g, const BandLayout& layout, const BandLook& loo
     const auto right = static_cast<float> (layout.panel.getRight());
     const auto width = static_cast<float> (layout.bounds.getWidth());
 
-    g.setColour (line);
-    g.fillRect (juce::Rectangle<float> { 0.0f, row - thickness / 2.0f, left, thickness });
-    g.fillRect (juce::Rectangle<float> { right, row - thickness / 2.0f, width - right, thickness });
+    juce::Path path;
+    path.addRectangle (0.0f, row - thickness / 2.0f, left - lineWedge, thickness);
+    path.addRectangle (right + lineWedge, row - thickness / 2.0f, width - right - lineWedge, thickness);
+    path.addTriangle (left - lineWedge, row, left, row - lineWedge, left, row + lineWedge);
+    path.addTriangle (right + lineWedge, row, right, row - lineWedge, right, row + lineWedge);
 
-    juce::Path wedges;
-    wedges.addTriangle (left - lineWedge, row, left, row - lineWedge, left, row + lineWedge);
-    wedges.addTriangle (right + lineWedge, row, right, row - lineWedge, right, row + lineWedge);
-    g.fillPath (wedges);
+    g.setColour (juce::Colours::black.withAlpha (shadowAlpha));
+    g.fillPath (path, juce::AffineTransform::translation (0.0f, 1.0f));
+    g.setColour (line);
+    g.fillPath (path);
 }
 
 /** A small triangle that stands on an edge and points into the band. */

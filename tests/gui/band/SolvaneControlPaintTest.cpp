@@ -110,15 +110,35 @@ TEST (BandPaintTest, theLineIsThickUnderTheMouse)
     BandRig rig;
     rig.place (3910, 0.0f);
     const auto row = rig.layout().lineY();
+    const auto isLine = [&] (const juce::Image& picture, int y) {
+        return Pictures::count (picture, { 30, y, 1, 1 }, bandColour, 4) == 1;
+    };
+
     auto picture = pictureOf (rig, "line");
-    EXPECT_GT (at (picture, { 30, row }).getAlpha(), 250);
-    EXPECT_LT (at (picture, { 30, row - 1 }).getAlpha(), 150);
+    EXPECT_TRUE (isLine (picture, row));
+    EXPECT_FALSE (isLine (picture, row - 1));
+    EXPECT_FALSE (isLine (picture, row + 1));
 
     rig.hover (rig.onLine());
     picture = pictureOf (rig, "line-hot");
-    EXPECT_GT (at (picture, { 30, row - 1 }).getAlpha(), 250);
-    EXPECT_GT (at (picture, { 30, row + 1 }).getAlpha(), 250);
-    EXPECT_LT (at (picture, { 30, row + 2 }).getAlpha(), 150);
+
+    for (const auto y : { row - 1, row, row + 1 })
+        EXPECT_TRUE (isLine (picture, y));
+
+    EXPECT_FALSE (isLine (picture, row - 2));
+    EXPECT_FALSE (isLine (picture, row + 2));
+}
+
+TEST (BandPaintTest, theLineIsSeenOnTheMostOpaqueBody)
+{
+    BandRig rig;
+    rig.place (3910, 12.0f);
+    rig.control->setSelected (true);
+    rig.tick (8);
+    const auto row = rig.layout().lineY();
+    const auto picture = pictureOf (rig, "front");
+    const auto body = at (picture, rig.onBody()).getBrightness();
+    EXPECT_LT (at (picture, { 30, row + 1 }).getBrightness(), body - 0.15f);
 }
 
 TEST (BandPaintTest, theFocusedBandShowsItsHandlesWhiteUnderTheMouse)
