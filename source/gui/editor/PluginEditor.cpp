@@ -86,6 +86,7 @@ VelmoraAudioProcessorEditor::VelmoraAudioProcessorEditor (VelmoraAudioProcessor&
     setResizeLimits (EditorLayout::minWidth, EditorLayout::minHeight, EditorLayout::maxWidth, EditorLayout::maxHeight);
     setSize (size.getWidth(), size.getHeight());
     setVisible (true);
+    compositor.emplace (*this);
     clock.forceRepaint();
     startTimer (EditorClock::intervalMs);
 }
@@ -99,6 +100,7 @@ VelmoraAudioProcessorEditor::~VelmoraAudioProcessorEditor()
     gainScaleSubscription.reset();
     model.interfaceState.closingEditor = true;
     stopTimer();
+    compositor.reset();
     mainWindow.room().onBandsOutOfScale = nullptr;
     toolTips.reset();
     setLookAndFeel (nullptr);
@@ -635,4 +637,6 @@ void VelmoraAudioProcessorEditor::timerCallback()
 
     if (clock.advanceForcedRepaint())
         mainWindow.repaint();
+
+    compositor->check();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/PluginProcessor.h"
+#include "gui/compositor/EditorCompositor.h"
 #include "gui/editor/EditorClock.h"
 #include "gui/editor/HoverHold.h"
 #include "gui/editor/HoverRules.h"
@@ -104,6 +105,7 @@ private:
     LevelMatchIcon levelMatchIcon;
     HoverHold outputGainHold, gainScaleHold;
     bool startedUp = false;
+    std::optional<EditorCompositor> compositor;
 
     std::vector<std::unique_ptr<NotificationSubscription>> notifications;
     std::optional<ParameterSubscription> presetSubscription, gainScaleSubscription;
