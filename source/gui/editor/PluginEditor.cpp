@@ -29,7 +29,8 @@ VelmoraAudioProcessorEditor::VelmoraAudioProcessorEditor (VelmoraAudioProcessor&
       audioProcessor (owner),
       model (owner.model),
       lookAndFeel (lookAndFeelOf (owner.model)),
-      mainWindow (owner)
+      mainWindow (owner),
+      bandPanels (*this, owner)
 {
     auto& state = model.interfaceState;
     state.closingEditor = false;
@@ -88,6 +89,7 @@ VelmoraAudioProcessorEditor::VelmoraAudioProcessorEditor (VelmoraAudioProcessor&
     setVisible (true);
     compositor.emplace (*this);
     clock.forceRepaint();
+    model.setCreateOverlapControls (true, true);
     startTimer (EditorClock::intervalMs);
 }
 
@@ -110,6 +112,7 @@ VelmoraAudioProcessorEditor::~VelmoraAudioProcessorEditor()
 //======================================================================================================================
 void VelmoraAudioProcessorEditor::subscribe()
 {
+    afterwards (Channels::createOverlapControls, &VelmoraAudioProcessorEditor::makeBandPanels);
     afterwards (Channels::mainBypass, &VelmoraAudioProcessorEditor::followMainBypass);
     afterwards (Channels::canUseMasterMode, &VelmoraAudioProcessorEditor::followMasterLimits);
     afterwards (Channels::stateInformationSet, &VelmoraAudioProcessorEditor::followSession);
@@ -154,6 +157,11 @@ void VelmoraAudioProcessorEditor::parameterChanged (const juce::String& paramete
 }
 
 //======================================================================================================================
+void VelmoraAudioProcessorEditor::makeBandPanels()
+{
+    bandPanels.rebuild();
+}
+
 TopRow::OutputState VelmoraAudioProcessorEditor::outputState() const
 {
     if (model.mainBypass())

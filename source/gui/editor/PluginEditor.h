@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/PluginProcessor.h"
+#include "gui/band/BandPanels.h"
 #include "gui/compositor/EditorCompositor.h"
 #include "gui/editor/EditorClock.h"
 #include "gui/editor/HoverHold.h"
@@ -67,6 +68,7 @@ private:
     void subscribe();
     void afterwards (const char* channel, void (VelmoraAudioProcessorEditor::*reaction)());
 
+    void makeBandPanels();
     void followMainBypass();
     void followMasterLimits();
     void followSession();
@@ -98,6 +100,7 @@ private:
     PluginModel& model;
     VelmoraLookandFeel& lookAndFeel;
     MainWindow mainWindow;
+    BandPanels bandPanels;
     TopRow topRow;
     juce::Label presetTypeLabel, presetNameLabel, headerLabel;
     std::unique_ptr<juce::TooltipWindow> toolTips;

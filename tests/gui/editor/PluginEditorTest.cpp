@@ -523,6 +523,26 @@ TEST_F (PluginEditorTest, aNewTargetIsTakenOver)
     EXPECT_FLOAT_EQ (processor.target.targetLufs.load(), -9.5f);
 }
 
+TEST_F (PluginEditorTest, makesTheSparePanelsOnceItHasOpenedAndTakesThemAlong)
+{
+    open();
+    Messages::deliver();
+    const auto panelsIn = [] (const juce::Component& parent)
+    {
+        auto count = 0;
+
+        for (const auto* child : parent.getChildren())
+            count += dynamic_cast<const SolvaneControlPanel*> (child) != nullptr ? 1 : 0;
+
+        return count;
+    };
+    EXPECT_EQ (panelsIn (*editor), 2);
+    processor.model.setCreateOverlapControls (true, true);
+    processor.model.setCreateOverlapControls (true, true);
+    Messages::deliver();
+    EXPECT_EQ (panelsIn (*editor), 2);
+}
+
 TEST_F (PluginEditorTest, startsUpOnceAfterFourSeconds)
 {
     open();
