@@ -82,10 +82,10 @@ void addRender (CLI::App& app,
     render->footer (example);
     auto& settings = command.settings;
 
-    render->add_option ("IN", command.input, "WAV, AIFF, FLAC or MP3 file, mono or stereo, 44.1 to 192 kHz")
+    render->add_option ("IN", command.input, "Sound file, mono or stereo, 44.1 to 192 kHz; - is the standard input")
         ->required()
         ->type_name ("");
-    render->add_option ("OUT", command.output, "File to write: .wav, .aiff or .flac; may be IN")
+    render->add_option ("OUT", command.output, "File to write, as its ending says; may be IN; - is the standard output")
         ->required()
         ->type_name ("");
     render->add_option ("--band", bands, bandText)
@@ -117,8 +117,8 @@ void addRender (CLI::App& app,
     render
         ->add_option ("--format",
                       command.format,
-                      "wav-16, wav-24, wav-float, aiff-16, aiff-24, flac-16 or flac-24. Without it, .wav gets\n"
-                      "floating point, .aiff and .flac get 24 bits")
+                      "Container and width of OUT, such as wav-16, wav-float, aiff-24, flac-24, caf-32, mp3; without\n"
+                      "it, OUT's ending gives the container and IN the width")
         ->type_name ("NAME")
         ->take_last();
 

@@ -2,7 +2,6 @@
 
 #include "app/AudioInput.h"
 #include "app/CommandError.h"
-#include "app/FileArgument.h"
 #include "app/Interrupt.h"
 #include "app/Measurement.h"
 #include "app/MeasurementPicture.h"
@@ -23,7 +22,7 @@ constexpr int blockLength = 4096;
 
 Measurement measure (const std::string& path, const MeasurementTarget& target)
 {
-    AudioInput input (fileFor (path));
+    auto input = AudioInput::fromArgument (path);
     requireServedAudio (input, path);
 
     const auto stereo = input.channelCount() == 2;

@@ -3,17 +3,19 @@
 #include "app/AudioInput.h"
 #include "app/AudioOutput.h"
 #include "app/CommandError.h"
-#include "app/FileArgument.h"
 #include "app/Interrupt.h"
 #include "app/OfflineRenderer.h"
+#include "app/OutputFormat.h"
 #include "app/PresetChoice.h"
 #include "app/ProgressBar.h"
 #include "app/ServedAudio.h"
+#include "app/StandardStreams.h"
 
 #include <algorithm>
 #include <cmath>
 #include <iomanip>
 #include <iostream>
+#include <optional>
 #include <sstream>
 
 namespace
@@ -77,17 +79,21 @@ void noteSurprises (const EqualiserSettings& settings, OfflineRenderer& renderer
 
 void RenderCommand::run() const
 {
-    const auto target = fileFor (output);
-    const auto storedAs = OutputFormat::choose (format, target);
+    std::optional<StandardStreams::PrintToErrors> outputIsSound;
 
-    AudioInput source (fileFor (input));
+    if (StandardStreams::isMeant (output))
+        outputIsSound.emplace();
+
+    auto source = AudioInput::fromArgument (input);
     requireServedAudio (source, input);
+    const auto storedAs = OutputFormat::choose (format, output, source.encoding());
 
     OfflineRenderer renderer (source.sampleRate(), source.channelCount(), blockSize, settings);
     selectPreset (renderer.processor());
     noteSurprises (settings, renderer);
 
-    AudioOutput result (target, storedAs, source.sampleRate(), source.channelCount());
+    AudioOutput result (output,
+                        { storedAs, source.sampleRate(), source.channelCount(), source.length(), source.extras() });
 
     {
         ProgressBar progress ("Rendering");
@@ -116,7 +122,7 @@ void RenderCommand::selectPreset (VelmoraAudioProcessor& processor) const
 }
 
 void RenderCommand::report (const AudioInput& source,
-                            const OutputFormat& storedAs,
+                            const SoundEncoding& storedAs,
                             OfflineRenderer& renderer,
                             const AudioOutput& result) const
 {
@@ -148,8 +154,8 @@ void RenderCommand::report (const AudioInput& source,
 
     std::cout << "Result: " << output << " (" << storedAs.description() << ", " << peakText (result.peak()) << ")\n";
 
-    if (result.clippedCount() > 0 && storedAs.bits != 32)
-        std::cerr
-            << "Note: " << result.clippedCount()
-            << " samples were louder than full scale and were cut. Lower --output-gain, or use --format wav-float.\n";
+    if (result.clippedCount() > 0 && storedAs.wholeNumberBits() > 0)
+        std::cerr << "Note: " << result.clippedCount()
+                  << " samples were louder than full scale and were cut. Lower --output-gain, or choose a --format of "
+                     "floating point.\n";
 }

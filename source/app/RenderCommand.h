@@ -8,7 +8,7 @@ class AudioInput;
 class AudioOutput;
 class OfflineRenderer;
 class VelmoraAudioProcessor;
-struct OutputFormat;
+struct SoundEncoding;
 
 /** `solvane render`: one file through the equaliser into another. */
 struct RenderCommand
@@ -28,7 +28,7 @@ struct RenderCommand
 private:
     void selectPreset (VelmoraAudioProcessor& processor) const;
     void report (const AudioInput& source,
-                 const OutputFormat& storedAs,
+                 const SoundEncoding& storedAs,
                  OfflineRenderer& renderer,
                  const AudioOutput& result) const;
 };

@@ -217,15 +217,6 @@ TEST_F (AudioInputTest, knowsAFlacBehindATag)
     EXPECT_THAT (refusalOf (folder.file ("tag-alone.mp3")), HasSubstr ("is not a sound file"));
 }
 
-TEST_F (AudioInputTest, refusesWhatItWouldPlayAsNoise)
-{
-    for (const auto* options : { "-e mu-law", "-e ima-adpcm", "-e ms-adpcm", "-e floating-point -b 64" })
-    {
-        made ("a.wav", options);
-        EXPECT_THAT (refusalOf (folder.file ("a.wav")), HasSubstr ("is not a sound file that can be read")) << options;
-    }
-}
-
 TEST_F (AudioInputTest, saysWhatIsWrongWithAFile)
 {
     writeBytes (folder.path ("empty.wav"), "");

@@ -1,7 +1,6 @@
 #include "app/AudioOutput.h"
 
 #include "app/CommandError.h"
-#include "app/FileArgument.h"
 #include "support/SoundFiles.h"
 
 #include <gmock/gmock.h>
@@ -15,7 +14,8 @@ namespace
 {
 using testing::ElementsAre;
 using testing::HasSubstr;
-using Container = OutputFormat::Container;
+using Container = SoundEncoding::Container;
+using Width = SoundEncoding::Width;
 
 constexpr double rate = 48000.0;
 
@@ -26,9 +26,16 @@ juce::AudioBuffer<float> bufferOf (const std::vector<float>& samples)
     return buffer;
 }
 
-void store (const juce::File& file, OutputFormat format, const std::vector<float>& samples)
+const SoundEncoding floatWav { Container::wav, Width::floats };
+
+AudioOutput::Description mono (SoundEncoding encoding)
 {
-    AudioOutput output (file, format, rate, 1);
+    return { encoding, rate, 1 };
+}
+
+void store (const std::string& path, SoundEncoding encoding, const std::vector<float>& samples)
+{
+    AudioOutput output (path, mono (encoding));
     output.write (bufferOf (samples), 0, static_cast<int> (samples.size()));
     output.commit();
 }
@@ -49,65 +56,10 @@ std::string refusalOf (ExitCode code, Action&& action)
     return "taken";
 }
 
-TEST (OutputFormatTest, endingsChooseTheFormat)
-{
-    const auto format = [] (const char* name) { return OutputFormat::choose ("", juce::File (name)); };
-    EXPECT_EQ (format ("/a/b.wav").bits, 32);
-    EXPECT_EQ (format ("/a/b.WAV").container, Container::wav);
-    EXPECT_EQ (format ("/a/b.aif").container, Container::aiff);
-    EXPECT_EQ (format ("/a/b.aiff").bits, 24);
-    EXPECT_EQ (format ("/a/b.flac").container, Container::flac);
-    EXPECT_EQ (format ("/a/b.flac").bits, 24);
-}
-
-TEST (OutputFormatTest, aNameOverrulesAnEndingThatSaysNothing)
-{
-    const auto format = OutputFormat::choose ("flac-16", juce::File ("/a/b.part1"));
-    EXPECT_EQ (format.container, Container::flac);
-    EXPECT_EQ (format.bits, 16);
-}
-
-TEST (OutputFormatTest, refusesWhatItCannotStoreOrWhatContradictsItself)
-{
-    const auto refusal = [] (const char* name, const char* file) {
-        return refusalOf (ExitCode::badArguments,
-                          [=] { std::ignore = OutputFormat::choose (name, juce::File (file)); });
-    };
-
-    EXPECT_THAT (refusal ("", "/a/b.mp3"), HasSubstr ("does not end in .wav, .aiff or .flac"));
-    EXPECT_THAT (refusal ("", "/a/b"), HasSubstr ("--format"));
-    EXPECT_THAT (refusal ("wav-32", "/a/b.wav"), HasSubstr ("wav-16, wav-24, wav-float, aiff-16"));
-    EXPECT_THAT (refusal ("flac-16", "/a/b.wav"), HasSubstr ("flac-16"));
-}
-
-TEST (AudioOutputTest, roundsToTheNearestWholeNumberAndStopsAtFullScale)
-{
-    const TemporaryFolder folder;
-    const auto lsb = 1.0f / 32768.0f;
-    store (folder.file ("a.wav"),
-           { Container::wav, 16 },
-           { 0.0f,
-             lsb,
-             1.4f * lsb,
-             1.6f * lsb,
-             -1.6f * lsb,
-             32767.0f * lsb,
-             1.0f,
-             2.0f,
-             -1.0f,
-             -2.0f,
-             std::numeric_limits<float>::quiet_NaN() });
-
-    const auto bytes = wholeNumbersBySox (folder.path ("a.wav"), 16);
-    std::vector<std::int16_t> numbers (bytes.size() / 2);
-    std::memcpy (numbers.data(), bytes.data(), bytes.size());
-    EXPECT_THAT (numbers, ElementsAre (0, 1, 1, 2, -2, 32767, 32767, 32767, -32768, -32768, 0));
-}
-
 TEST (AudioOutputTest, tellsThePeakAndHowManySamplesWereCut)
 {
     const TemporaryFolder folder;
-    AudioOutput output (folder.file ("a.flac"), { Container::flac, 24 }, rate, 1);
+    AudioOutput output (folder.path ("a.flac"), mono ({ Container::flac, Width::bits24 }));
     output.write (bufferOf ({ 0.5f, -1.5f, 1.0f, 1.25f }), 0, 4);
     EXPECT_EQ (output.peak(), 1.5f);
     EXPECT_EQ (output.clippedCount(), 2);
@@ -116,25 +68,27 @@ TEST (AudioOutputTest, tellsThePeakAndHowManySamplesWereCut)
 TEST (AudioOutputTest, leavesNothingAndKeepsTheOldFileWithoutCommit)
 {
     const TemporaryFolder folder;
-    writeBytes (folder.path ("a.wav"), "old");
+    store (folder.path ("a.wav"), floatWav, { 0.125f });
+    const auto old = bytesOf (folder.path ("a.wav"));
 
     {
-        AudioOutput output (folder.file ("a.wav"), { Container::wav, 32 }, rate, 1);
+        AudioOutput output (folder.path ("a.wav"), mono (floatWav));
         output.write (bufferOf ({ 0.5f }), 0, 1);
         EXPECT_EQ (folder.names().size(), 2U);
     }
 
     EXPECT_THAT (folder.names(), ElementsAre ("a.wav"));
-    EXPECT_EQ (bytesOf (folder.path ("a.wav")), "old");
+    EXPECT_TRUE (bytesOf (folder.path ("a.wav")) == old);
 }
 
 TEST (AudioOutputTest, takesThePlaceOfAnOldFileWithItsPermissions)
 {
     const TemporaryFolder folder;
-    writeBytes (folder.path ("a.wav"), "old");
+    store (folder.path ("a.wav"), floatWav, { 0.125f });
+    const auto old = bytesOf (folder.path ("a.wav"));
     ASSERT_EQ (::chmod (folder.path ("a.wav").c_str(), 0640), 0);
 
-    store (folder.file ("a.wav"), { Container::wav, 32 }, { 0.25f });
+    store (folder.path ("a.wav"), floatWav, { 0.25f });
 
     EXPECT_THAT (folder.names(), ElementsAre ("a.wav"));
     EXPECT_THAT (readFloatWav (folder.path ("a.wav"))[0], ElementsAre (0.25f));
@@ -152,7 +106,7 @@ TEST (AudioOutputTest, writesBehindASymbolicLinkAlsoWhereNothingIsThereYet)
     ASSERT_TRUE (folder.file ("real").createDirectory());
     ASSERT_EQ (::symlink ("real/a.wav", folder.path ("link.wav").c_str()), 0);
 
-    store (folder.file ("link.wav"), { Container::wav, 32 }, { 0.25f });
+    store (folder.path ("link.wav"), floatWav, { 0.25f });
 
     EXPECT_TRUE (folder.file ("link.wav").isSymbolicLink());
     EXPECT_THAT (readFloatWav (folder.path ("real/a.wav"))[0], ElementsAre (0.25f));
@@ -167,11 +121,11 @@ TEST (AudioOutputTest, goesTheWayOfTheSystemThroughLinkedFolders)
     ASSERT_EQ (::symlink ("../other/target.wav", folder.path ("real/deep/l.wav").c_str()), 0);
 
     // Behind the link, the folder above is that of the place which it stands for.
-    store (fileFor (folder.path ("link") + "/../out.wav"), { Container::wav, 32 }, { 0.25f });
+    store (folder.path ("link") + "/../out.wav", floatWav, { 0.25f });
     EXPECT_TRUE (folder.file ("real/out.wav").existsAsFile());
     EXPECT_FALSE (folder.file ("out.wav").exists());
 
-    store (fileFor (folder.path ("link") + "/l.wav"), { Container::wav, 32 }, { 0.5f });
+    store (folder.path ("link") + "/l.wav", floatWav, { 0.5f });
     EXPECT_TRUE (folder.file ("real/other/target.wav").existsAsFile());
     EXPECT_FALSE (folder.file ("other").exists());
 }
@@ -179,9 +133,9 @@ TEST (AudioOutputTest, goesTheWayOfTheSystemThroughLinkedFolders)
 TEST (AudioOutputTest, aFileThatOthersMayNotReadIsClosedWhileItIsMadeAnew)
 {
     const TemporaryFolder folder;
-    store (folder.file ("a.wav"), { Container::wav, 32 }, { 0.25f });
+    store (folder.path ("a.wav"), floatWav, { 0.25f });
     ASSERT_EQ (::chmod (folder.path ("a.wav").c_str(), 0600), 0);
-    const AudioOutput output (folder.file ("a.wav"), { Container::wav, 32 }, rate, 1);
+    const AudioOutput output (folder.path ("a.wav"), mono (floatWav));
 
     for (const auto& name : folder.names())
     {
@@ -197,18 +151,13 @@ TEST (AudioOutputTest, refusesWhatIsNoPlaceForAFile)
 {
     const TemporaryFolder folder;
     ASSERT_EQ (::mkfifo (folder.path ("pipe.wav").c_str(), 0600), 0);
-    const auto refusal = [&] (const juce::File& place)
-    {
-        return refusalOf (ExitCode::unwritableOutput,
-                          [&] {
-                              const AudioOutput output (place, { Container::wav, 32 }, rate, 1);
-                          });
-    };
+    const auto refusal = [&] (const std::string& place)
+    { return refusalOf (ExitCode::unwritableOutput, [&] { const AudioOutput output (place, mono (floatWav)); }); };
 
-    EXPECT_THAT (refusal (folder.file ("pipe.wav")), HasSubstr ("is not an ordinary file"));
-    EXPECT_THAT (refusal (juce::File ("/dev/null")), HasSubstr ("is not an ordinary file"));
-    EXPECT_THAT (refusal (folder.file (".")), HasSubstr ("is a folder"));
-    EXPECT_THAT (refusal (folder.file ("nowhere/a.wav")), HasSubstr ("There is no folder"));
+    EXPECT_THAT (refusal (folder.path ("pipe.wav")), HasSubstr ("is not an ordinary file"));
+    EXPECT_THAT (refusal ("/dev/null"), HasSubstr ("is not an ordinary file"));
+    EXPECT_THAT (refusal (folder.path (".")), HasSubstr ("is a folder"));
+    EXPECT_THAT (refusal (folder.path ("nowhere/a.wav")), HasSubstr ("There is no folder"));
     EXPECT_THAT (folder.names(), ElementsAre ("pipe.wav"));
 }
 } // namespace

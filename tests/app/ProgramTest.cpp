@@ -206,7 +206,7 @@ TEST_F (ProgramTest, tellsWhatItDid)
                         HasSubstr ("Mix, linear phase, 278 samples of delay taken off"),
                         HasSubstr ("Band 1: 2500.0Hz, -3.0dB, 1.4Q, STEREO"),
                         HasSubstr ("Output gain -1.00 dB"),
-                        HasSubstr ("out.wav (WAV, 32 bits floating point, peak ")));
+                        HasSubstr ("out.wav (WAV, 16 bits, peak ")));
 }
 
 //======================================================================================================================
@@ -287,15 +287,16 @@ TEST_P (ProgramFormatTest, storesTheSameSoundInEveryFormat)
 {
     const auto& [name, ending, bits] = GetParam();
     makeInput ("in.wav", "-b 16", "gain -6");
-    render ("in.wav", "exact.wav", twoBands);
-
     auto options = twoBands;
-    options.insert (options.end(), { "--format", name });
+    options.insert (options.end(), { "--format", "wav-float" });
+    render ("in.wav", "exact.wav", options);
+    options.back() = name;
     render ("in.wav", std::string ("out.") + ending, options);
     convertWithSox (folder.path (std::string ("out.") + ending), "-e floating-point -b 32", folder.path ("back.wav"));
 
-    EXPECT_THAT (readFloatWav (folder.path ("back.wav")),
-                 IsSignalNear (readFloatWav (folder.path ("exact.wav")), 0.51 / (1 << (bits - 1))));
+    EXPECT_THAT (
+        readFloatWav (folder.path ("back.wav")),
+        IsSignalNear (readFloatWav (folder.path ("exact.wav")), (bits > 16 ? 0.51 : 1.51) / (1 << (bits - 1))));
 }
 
 INSTANTIATE_TEST_SUITE_P (Formats,
@@ -343,7 +344,7 @@ TEST_F (ProgramTest, rendersAnMp3)
 
 TEST_F (ProgramTest, writesTheSameFileTwice)
 {
-    makeInput ("in.wav");
+    makeInput ("in.wav", "-b 16", "gain -6");
     render ("in.wav", "a.wav", twoBands);
     render ("in.wav", "b.wav", twoBands);
     EXPECT_TRUE (bytesOf (folder.path ("a.wav")) == bytesOf (folder.path ("b.wav")));
@@ -351,7 +352,7 @@ TEST_F (ProgramTest, writesTheSameFileTwice)
 
 TEST_F (ProgramTest, theBlockSizeChangesNothing)
 {
-    makeInput ("in.wav", "-r 48000 -b 16", "trim 0 1");
+    makeInput ("in.wav", "-r 48000 -e floating-point -b 32", "trim 0 1");
     render ("in.wav", "reference.wav", twoBands);
 
     for (const auto* size : { "1", "7", "64", "8192" })
@@ -369,7 +370,7 @@ TEST_F (ProgramTest, theBlockSizeChangesNothing)
     whatever its folder is called. */
 TEST_F (ProgramTest, soundsTheSameFromAFolderThatIsCalledLikeAHost)
 {
-    makeInput ("in.wav");
+    makeInput ("in.wav", "-b 16", "gain -6");
     render ("in.wav", "expected.wav", twoBands);
     ASSERT_TRUE (folder.file ("ozone auval").createDirectory());
     ASSERT_TRUE (juce::File (SOLVANE_PROGRAM).copyFileTo (folder.file ("ozone auval/solvane")));
@@ -383,7 +384,7 @@ TEST_F (ProgramTest, soundsTheSameFromAFolderThatIsCalledLikeAHost)
 
 TEST_F (ProgramTest, mayWriteOverItsOwnInput)
 {
-    makeInput ("in.wav");
+    makeInput ("in.wav", "-b 16", "gain -6");
     render ("in.wav", "expected.wav", twoBands);
     render ("in.wav", "in.wav", twoBands);
     EXPECT_TRUE (bytesOf (folder.path ("in.wav")) == bytesOf (folder.path ("expected.wav")));
@@ -424,9 +425,9 @@ TEST_F (ProgramTest, refusesBadArguments)
     expectRefusal (with ({ "--block", "0" }), 2, "'0' is not a number from 1 to 8192");
     expectRefusal (with ({ "--block", "8193" }), 2, "'8193' is not a number from 1 to 8192");
     expectRefusal (with ({ "--block", "1.5" }), 2, "'1.5' is not a number from 1 to 8192");
-    expectRefusal (with ({ "--format", "ogg" }), 2, "--format ogg is not known");
+    expectRefusal (with ({ "--format", "mp2" }), 2, "--format mp2 is not known");
     expectRefusal (with ({ "--format", "flac-24" }), 2, "flac-24");
-    expectRefusal ({ "render", "in.wav", "out.mp3" }, 2, "does not end in .wav, .aiff or .flac");
+    expectRefusal ({ "render", "in.wav", "out.txt" }, 2, "does not end in .wav, .wave, .rf64");
     expectRefusal ({ "render", "in.wav", "" }, 2, "A file name is empty");
 
     auto eleven = with ({});
@@ -472,7 +473,8 @@ TEST_F (ProgramTest, keepsTheOldFileWhenThereIsNoRoom)
     {
         render ("in.wav", "whole", { "--format", format });
         const auto whole = static_cast<std::uint64_t> (folder.file ("whole").getSize());
-        writeBytes (folder.path ("out"), "old");
+        ASSERT_TRUE (folder.file ("in.wav").copyFileTo (folder.file ("out")));
+        const auto old = bytesOf (folder.path ("out"));
 
         for (const auto limit : { std::uint64_t { 10 }, whole / 2, whole - 1 })
         {
@@ -481,7 +483,7 @@ TEST_F (ProgramTest, keepsTheOldFileWhenThereIsNoRoom)
             EXPECT_EQ (run.exitCode, 5) << format << ", " << limit << " bytes";
             EXPECT_THAT (run.errors, HasSubstr ("could not be"));
             EXPECT_THAT (folder.names(), ElementsAre ("in.wav", "out", "whole"));
-            EXPECT_EQ (bytesOf (folder.path ("out")), "old");
+            EXPECT_TRUE (bytesOf (folder.path ("out")) == old);
         }
 
         EXPECT_EQ (
@@ -501,9 +503,9 @@ TEST_F (ProgramTest, noticesThatItsListCouldNotBePrinted)
 //======================================================================================================================
 TEST_F (ProgramTest, saysWhereTheResultIsOtherThanAsked)
 {
-    makeInput ("stereo.wav", "-b 16", "trim 0 0.1");
-    makeInput ("mono.wav", "-b 16 -c 1", "trim 0 0.1");
-    makeInput ("fast.wav", "-b 16 -r 192000", "trim 0 0.1");
+    makeInput ("stereo.wav", "-b 16", "gain -6 trim 0 0.1");
+    makeInput ("mono.wav", "-b 16 -c 1", "gain -6 trim 0 0.1");
+    makeInput ("fast.wav", "-b 16 -r 192000", "gain -6 trim 0 0.1");
     const auto note = [this] (std::vector<std::string> arguments)
     {
         arguments.insert (arguments.begin(), "render");
@@ -530,8 +532,8 @@ TEST_F (ProgramTest, saysWhereTheResultIsOtherThanAsked)
     EXPECT_THAT (note ({ "stereo.wav", "o.wav", "--mode", "mix", "--phase", "minimum", "--band", "900,-12,1" }),
                  IsEmpty());
     EXPECT_THAT (note ({ "mono.wav", "o.wav", "--band", "1000,2,1,ms=0" }), HasSubstr ("nothing in a mono file"));
-    EXPECT_THAT (note ({ "stereo.wav", "o.wav", "--output-gain", "12", "--format", "wav-16" }), HasSubstr ("were cut"));
-    EXPECT_THAT (note ({ "stereo.wav", "o.wav", "--output-gain", "12" }), IsEmpty());
+    EXPECT_THAT (note ({ "stereo.wav", "o.wav", "--output-gain", "12" }), HasSubstr ("were cut"));
+    EXPECT_THAT (note ({ "stereo.wav", "o.wav", "--output-gain", "12", "--format", "wav-float" }), IsEmpty());
 }
 
 TEST_F (ProgramTest, showsAProgressBarOnATerminalAlone)
@@ -552,7 +554,8 @@ TEST_F (ProgramTest, leavesNothingAfterControlC)
 {
     // A minute at this rate in blocks of one sample: far more than passes between the first line and the key.
     makeInput ("in.wav", "-b 16 -r 192000", "repeat 8");
-    writeBytes (folder.path ("out.wav"), "old");
+    makeInput ("out.wav", "-b 8", "trim 0 0.1");
+    const auto old = bytesOf (folder.path ("out.wav"));
     const auto run =
         runOnTerminal (SOLVANE_PROGRAM,
                        { "render", folder.path ("in.wav"), folder.path ("out.wav"), "--block", "1" },
@@ -561,6 +564,6 @@ TEST_F (ProgramTest, leavesNothingAfterControlC)
     EXPECT_EQ (run.exitCode, 130);
     EXPECT_THAT (run.output, HasSubstr ("Interrupted; nothing was written."));
     EXPECT_THAT (folder.names(), ElementsAre ("in.wav", "out.wav"));
-    EXPECT_EQ (bytesOf (folder.path ("out.wav")), "old");
+    EXPECT_TRUE (bytesOf (folder.path ("out.wav")) == old);
 }
 } // namespace

@@ -103,6 +103,28 @@ std::string wholeNumbersBySox (const std::string& file, int bits)
                      + " -t raw -");
 }
 
+void convertWithFfmpeg (const std::string& input, const std::string& options, const std::string& output)
+{
+    const auto command =
+        "'" SOLVANE_FFMPEG "' -nostdin -loglevel error -y -i '" + input + "' " + options + " '" + output + "'";
+
+    if (std::system (command.c_str()) != 0)
+        throw std::runtime_error ("failed: " + command);
+}
+
+PluginRig::Signal decodedByFfmpeg (const std::string& file, int channelCount)
+{
+    const auto bytes =
+        outputOf ("'" SOLVANE_FFMPEG "' -nostdin -loglevel error -i '" + file + "' -f f32le -c:a pcm_f32le -");
+    const auto channels = static_cast<std::size_t> (channelCount);
+    PluginRig::Signal signal (channels);
+
+    for (std::size_t sample = 0; sample < bytes.size() / sizeof (float); ++sample)
+        signal[sample % channels].push_back (numberAt<float> (bytes, sample * sizeof (float)));
+
+    return signal;
+}
+
 void writeFloatWav (const std::string& file, const PluginRig::Signal& signal, double sampleRate)
 {
     const auto channelCount = static_cast<int> (signal.size());

@@ -38,6 +38,12 @@ void convertWithSox (const std::string& input,
 /** Everything in a file as sox understands it, in whole numbers of so many bits: exact for files of whole numbers. */
 [[nodiscard]] std::string wholeNumbersBySox (const std::string& file, int bits);
 
+/** Has ffmpeg make a file: `ffmpeg -i INPUT OPTIONS OUTPUT`. Throws where it fails. */
+void convertWithFfmpeg (const std::string& input, const std::string& options, const std::string& output);
+
+/** Everything in a file as ffmpeg decodes it. */
+[[nodiscard]] PluginRig::Signal decodedByFfmpeg (const std::string& file, int channelCount);
+
 /** Stores floats to the bit. */
 void writeFloatWav (const std::string& file, const PluginRig::Signal& signal, double sampleRate);
 
