@@ -13,7 +13,8 @@ void addMeasure (CLI::App& app)
     auto command = std::make_shared<MeasureCommand>();
     auto* measure = app.add_subcommand ("measure", "Measure loudness and the ten band levels of sound files.");
 
-    measure->add_option ("FILE", command->files, "Sound files, mono or stereo, 44.1 to 192 kHz; - is the standard input")
+    measure
+        ->add_option ("FILE", command->files, "Sound files, mono or stereo, 44.1 to 192 kHz; - is the standard input")
         ->required();
     measure->add_option ("--preset", command->preset, "Target to compare with: id, name or GROUP/NAME")
         ->capture_default_str();

@@ -120,6 +120,9 @@ void MeasureCommand::run() const
     const auto target = MeasurementTarget::of (library, chosen);
     std::vector<Measurement> measurements;
 
+    if (! picture.empty())
+        requirePictureMayStand (picture, files);
+
     for (const auto& file : files)
         measurements.push_back (measure (file, target));
 

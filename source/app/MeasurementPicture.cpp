@@ -2,6 +2,9 @@
 
 #include "app/CommandError.h"
 #include "app/FileArgument.h"
+#include "app/StandardStreams.h"
+#include "files/AtomicFile.h"
+#include "files/OutputPlace.h"
 
 #include <juce_gui_basics/juce_gui_basics.h>
 
@@ -186,6 +189,23 @@ void drawAdjustments (juce::Graphics& graphics, const std::vector<Measurement>& 
 }
 } // namespace
 
+void requirePictureMayStand (const std::string& path, const std::vector<std::string>& measuredFiles)
+{
+    const auto file = fileFor (path);
+
+    if (! file.hasFileExtension ("png"))
+        throw CommandError (ExitCode::badArguments, "--picture draws a PNG, and '" + path + "' does not end in .png.");
+
+    std::vector<juce::File> measured;
+
+    for (const auto& each : measuredFiles)
+        if (! StandardStreams::isMeant (each))
+            measured.push_back (fileFor (each));
+
+    if (const auto result = OutputPlace::check (file, OutputPlace::Kind::picture, measured); result.failed())
+        throw CommandError (ExitCode::unwritableOutput, result.getErrorMessage().toStdString());
+}
+
 void drawMeasurements (const std::vector<Measurement>& measurements,
                        const MeasurementTarget& target,
                        const std::string& path)
@@ -200,11 +220,14 @@ void drawMeasurements (const std::vector<Measurement>& measurements,
         drawAdjustments (graphics, measurements);
     }
 
-    const auto file = fileFor (path);
-    juce::MemoryOutputStream encoded;
+    AtomicFile file (fileFor (path));
+    auto stream = file.open();
+    const auto drawn = stream != nullptr && juce::PNGImageFormat().writeImageToStream (image, *stream);
+    stream.reset();
+    const auto stored = drawn ? file.commit() : juce::Result::fail (file.reason());
 
-    // Replaced as a whole, so that a failure leaves no half picture.
-    if (! juce::PNGImageFormat().writeImageToStream (image, encoded)
-        || ! file.replaceWithData (encoded.getData(), encoded.getDataSize()))
-        throw CommandError (ExitCode::unwritableOutput, "The picture '" + path + "' could not be written.");
+    if (stored.failed())
+        throw CommandError (ExitCode::unwritableOutput,
+                            "The picture '" + path + "' could not be written: " + stored.getErrorMessage().toStdString()
+                                + ".");
 }
