@@ -1,19 +1,17 @@
 #pragma once
 
+#include "gui/band/BandActions.h"
 #include "gui/band/BandCallbacks.h"
 #include "gui/band/BandFade.h"
 #include "gui/band/BandHand.h"
+#include "gui/band/BandInbox.h"
 #include "gui/band/BandKeys.h"
-#include "gui/band/BandPainter.h"
-#include "gui/band/BandReadout.h"
 #include "gui/band/BandState.h"
-#include "gui/band/IBandSurroundings.h"
-#include "gui/band/SolvaneControlPanel.h"
+#include "gui/band/BandTyping.h"
+#include "gui/band/MidSideLink.h"
+#include "gui/band/PanelInUse.h"
 
 #include <juce_audio_processors/juce_audio_processors.h>
-
-#include <array>
-#include <atomic>
 
 /** One band as it hangs in the room: as wide as the room at its gain, as high as its bandwidth. Its body is dragged for
     gain, its edges for Q, its line for frequency; its panel shows a value, takes a typed one, and holds the buttons.
@@ -31,9 +29,7 @@ class SolvaneControl final : public juce::Component,
 {
 public:
     /** The kinds of parameter whose changes the control wants to hear of. */
-    static constexpr std::array listenedKinds { Settings::Parameter::q,       Settings::Parameter::solo,
-                                                Settings::Parameter::bypass,  Settings::Parameter::highShelf,
-                                                Settings::Parameter::midSide, Settings::Parameter::gain };
+    static constexpr auto listenedKinds = BandInbox::kinds;
 
     /** @param surroundings outlive the control */
     SolvaneControl (int band, juce::Colour colour, IBandSurroundings& surroundings);
@@ -45,22 +41,22 @@ public:
     void setQ (float q);
     void setFrequency (float frequencyHz);
     void setMidSide (float value, bool notify = false);
-    void setSolo (bool state);
-    void setBypass (bool state);
-    void setMainBypass (bool state);
-    void setHighShelf (bool state);
+    void setSolo (bool on) { setFlag (state.solo, on); }
+    void setBypass (bool on) { setFlag (state.bypassed, on); }
+    void setMainBypass (bool on) { setFlag (state.mainBypassed, on); }
+    void setHighShelf (bool on);
 
     /** Another band is solo. */
-    void setDimmed (bool state);
+    void setDimmed (bool on) { setFlag (state.dimmed, on); }
 
     /** The band in focus: bright, with its panel and its handles. */
-    void setSelected (bool state);
+    void setSelected (bool on);
 
     /** Ctrl is held over another band's line that hides this one. */
-    void setCtrlHover (bool state);
+    void setCtrlHover (bool on) { setFlag (ctrlHover, on); }
 
     /** The band is high enough to offer its shelf. */
-    void setUpperHalf (bool state);
+    void setUpperHalf (bool on) { setFlag (state.upperHalf, on); }
 
     /** Computes edges, bounds and parts anew. Nothing happens before frequency and Q are set. */
     void updateBounds();
@@ -81,8 +77,8 @@ public:
     [[nodiscard]] bool isSelected() const noexcept { return selected; }
 
     /** The panel in use: the band's own, or one of the window's spare ones. */
-    [[nodiscard]] SolvaneControlPanel& panel() noexcept;
-    [[nodiscard]] OverlapPanel usedOverlapPanel() const noexcept { return usedOverlap; }
+    [[nodiscard]] SolvaneControlPanel& panel() noexcept { return panels.get(); }
+    [[nodiscard]] OverlapPanel usedOverlapPanel() const noexcept { return panels.borrowed(); }
 
     //==================================================================================================================
     /** Hands the change to the message thread, unless it is this control's own doing there. Any thread. */
@@ -101,7 +97,6 @@ public:
     void focusLost (FocusChangeType cause) override;
     bool hitTest (int x, int y) override;
     void paint (juce::Graphics& g) override;
-    void resized() override;
     juce::String getTooltip() override;
 
     /** A step of 20 ms. */
@@ -114,53 +109,44 @@ public:
 private:
     using Kind = Settings::Parameter;
 
-    void panelSoloClicked() override;
-    void panelBypassClicked() override;
-    void panelShelfClicked() override;
-    void panelCloseClicked() override;
+    void panelSoloClicked() override { actions.toggleSolo(); }
+    void panelBypassClicked() override { actions.toggleBypass(); }
+    void panelShelfClicked() override { actions.toggleShelf(); }
+    void panelCloseClicked() override { actions.close(); }
 
     void take (Kind kind, float value);
-    void serveChanges();
-
-    void attachPanel (SolvaneControlPanel& used);
-    void placeOverlapPanel();
-    void releaseOverlapPanel();
-    void refreshPanel();
+    void setFlag (bool& flag, bool value);
+    void refresh();
     void showQuantity (ReadoutQuantity quantity);
     void openTyping (ReadoutQuantity quantity);
-    void typeGain (double number);
-    void showMidSidePanel();
-    void hideMidSidePanel();
-    [[nodiscard]] bool servedByMidSidePanel() const;
+    void showMidSide();
 
     void hover (BandZone zone);
     void hoverNothing();
     void becomeMeant();
     void leave();
-    [[nodiscard]] bool pointerIsHere() const;
-    void updateCursor (BandZone zone);
-    [[nodiscard]] ReadoutQuantity quantityOf (BandZone zone) const;
-    [[nodiscard]] int rowOf (const juce::MouseEvent& event) const;
-    [[nodiscard]] bool isOwnEvent (const juce::MouseEvent& event) const { return event.eventComponent == this; }
-    [[nodiscard]] juce::Colour baseColour() const;
-    [[nodiscard]] bool panelWanted() const;
-
+    void releaseBody (const juce::MouseEvent& event);
+    void leaveOnceTyped();
+    void act (const BandKey& key);
     void stepBy (const BandKey& key);
     void startTicks();
-    void setFlag (bool& flag, bool value);
+    [[nodiscard]] bool pointerIsHere() const;
+    [[nodiscard]] bool isOwnEvent (const juce::MouseEvent& event) const { return event.eventComponent == this; }
+    [[nodiscard]] int rowOf (const juce::MouseEvent& event) const;
+    [[nodiscard]] ReadoutQuantity quantityOf (BandZone zone) const;
+    [[nodiscard]] juce::Colour baseColour() const;
 
     IBandSurroundings& surroundings;
     const juce::Colour colour;
     BandState state;
-    std::array<juce::String, listenedKinds.size()> listenedIds;
     BandHand hand;
+    BandTyping typing;
     BandFade fade;
-    SolvaneControlPanel ownPanel;
-    juce::Component::SafePointer<SolvaneControlPanel> overlapPanel;
-    OverlapPanel usedOverlap = OverlapPanel::none;
+    MidSideLink midSide;
+    BandActions actions;
+    PanelInUse panels;
+    BandInbox inbox;
 
-    ReadoutQuantity quantity = ReadoutQuantity::gain;
-    ReadoutQuantity typedQuantity = ReadoutQuantity::gain;
     bool selected = false;
     bool panelHidden = false;
     bool ctrlHover = false;
@@ -168,9 +154,6 @@ private:
     bool hoverQ = false;
     bool overDot = false;
 
-    /** Changes that wait for the message thread: one bit for each listened kind, and the latest value of each. */
-    std::atomic<unsigned> changedKinds { 0 };
-    std::array<std::atomic<float>, listenedKinds.size()> changedValues {};
     const juce::Component::SafePointer<SolvaneControl> self { this };
 
     JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR (SolvaneControl)
