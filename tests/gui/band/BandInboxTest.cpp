@@ -1,6 +1,7 @@
 #include "gui/band/BandInbox.h"
 
 #include "support/PluginRig.h"
+#include "support/RealTimeGuard.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -39,6 +40,22 @@ TEST (BandInboxTest, theLatestValueOfEachKindArrivesOnce)
     inbox.post (gain, 5.0f);
     PluginRig::serveMessagesUntil ([&] { return taken.size() == 3; });
     EXPECT_FLOAT_EQ (taken.back(), 5.0f);
+}
+
+TEST (BandInboxTest, aBurstOfAutomationIsOneMessage)
+{
+    BandInbox inbox (0, [] (BandInbox::Kind, float) {});
+    const juce::String id ("band_gain_0");
+    inbox.post (inbox.indexOf (id), 0.0f);
+
+    // While that one is under way, another is neither made nor queued.
+    const RealTimeGuard guard;
+
+    for (int step = 0; step < 1000; ++step)
+        inbox.post (inbox.indexOf (id), static_cast<float> (step));
+
+    EXPECT_EQ (guard.allocations(), 0);
+    EXPECT_EQ (guard.locks(), 0);
 }
 
 TEST (BandInboxTest, theLastValueOfAnyThreadIsNeverLost)
