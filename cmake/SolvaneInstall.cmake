@@ -2,4 +2,4 @@
 install (FILES "${SOLVANE_DIST}/vst/SOLVANE.so" DESTINATION lib/vst COMPONENT plugins)
 install (DIRECTORY "${SOLVANE_DIST}/vst3/SOLVANE.vst3" DESTINATION lib/vst3 COMPONENT plugins)
 install (DIRECTORY "${SOLVANE_DIST}/lv2/SOLVANE.lv2" DESTINATION lib/lv2 COMPONENT plugins)
-install (PROGRAMS "${SOLVANE_DIST}/bin/solvane" DESTINATION bin COMPONENT program)
+install (PROGRAMS "${SOLVANE_DIST}/bin/solvane" "${SOLVANE_DIST}/standalone/SOLVANE" DESTINATION bin COMPONENT program)
