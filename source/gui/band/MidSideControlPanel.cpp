@@ -32,6 +32,7 @@ MidSideControlPanel::MidSideControlPanel()
     slider.setValue (stereoValue, juce::dontSendNotification);
     slider.setMouseCursor (juce::MouseCursor::PointingHandCursor);
     slider.setScrollWheelEnabled (false);
+    slider.setColour (juce::Slider::backgroundColourId, juce::Colour (Palette::bandPanel));
     slider.addListener (this);
     // Double clicks end a gesture and begin another, which the slider's own way back would not.
     slider.setDoubleClickReturnValue (false, stereoValue);

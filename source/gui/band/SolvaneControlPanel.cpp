@@ -15,7 +15,12 @@ constexpr float overlapHeight = 16.0f;
 constexpr int readoutHeight = 20;
 
 // The flat panel holds a flatter read-out, so that its outline stays whole.
-constexpr int overlapReadoutHeight = 12;
+constexpr int overlapReadoutHeight = 13;
+
+/** The long texts of mid and side have a hundred pixels. */
+constexpr float shortTextHeight = 14.0f;
+constexpr float overlapTextHeight = 13.0f;
+constexpr float longTextHeight = 10.5f;
 
 constexpr float crossThickness = 2.0f;
 constexpr int crossInset = 2;
@@ -214,6 +219,8 @@ void SolvaneControlPanel::resized()
     const auto centre = getHeight() / 2;
     const auto height = shape == Shape::own ? readoutHeight : overlapReadoutHeight;
 
+    const auto shortHeight = shape == Shape::own ? shortTextHeight : overlapTextHeight;
+    readout.setFont (juce::Font (wide ? longTextHeight : shortHeight));
     readout.setBounds (middle - offsets.readoutLeft, centre - height / 2, 2 * offsets.readoutLeft, height);
     bypassButton.setBounds (middle - offsets.bypassLeft, centre - 7, 14, 14);
     soloButton.setBounds (middle + offsets.soloRight, centre - 8, 14, 14);

@@ -1,4 +1,6 @@
 #include "gui/band/BandRig.h"
+#include "gui/look/VelmoraLookandFeel.h"
+#include "support/Pictures.h"
 #include "support/PluginRig.h"
 
 #include <gmock/gmock.h>
@@ -294,4 +296,36 @@ TEST (MidSideControlPanelTest, writesAValueAsAGesture)
     EXPECT_TRUE (log.empty());
     panel.slider.setValue (0.75, juce::sendNotificationSync);
     EXPECT_THAT (log, ElementsAre ("value 0.75"));
+}
+
+TEST (SolvaneControlPanelTest, everyTextFitsItsReadout)
+{
+    const std::atomic<float> levelMatch { 1.0f };
+    VelmoraLookandFeel look (levelMatch);
+    BandRig rig;
+    rig.editor.setLookAndFeel (&look);
+    rig.place (19990, -10.5f);
+    auto& panel = rig.control->panel();
+    const auto widthOf = [&] (const juce::String& text)
+    { return look.getLabelFont (panel.readout).getStringWidthFloat (text); };
+
+    for (const auto* text : { "+12.0dB", "-12.0dB", "19990Hz", "5.0Q", "SOLOD" })
+        EXPECT_LE (widthOf (text), 60.0f) << text;
+
+    panel.showText ("100% SIDE 98% MID", true);
+    EXPECT_LE (widthOf ("100% SIDE 98% MID"), 100.0f);
+    EXPECT_LE (widthOf ("100% MID 98% SIDE"), 100.0f);
+
+    rig.makeMidSidePanel();
+    rig.control->setMidSide (0.9f);
+    rig.control->setSelected (true);
+    rig.tick (8);
+
+    for (int tick = 0; tick < 12; ++tick)
+        rig.midSide->timerCallback();
+
+    (void) Pictures::of (rig.editor, "editor");
+    rig.midSide->onUse (true);
+    (void) Pictures::of (rig.editor, "editor-midside", 2.0f);
+    rig.editor.setLookAndFeel (nullptr);
 }
