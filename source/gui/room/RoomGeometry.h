@@ -1,5 +1,7 @@
 #pragma once
 
+#include "targets/DisplayCurve.h"
+
 /** Where hertz and decibels stand in the room, which is drawn in one-point perspective.
 
     Lengths are pixels of the room component, y down. The vertical axis is frequency on a logarithmic scale, lowHz at
@@ -9,8 +11,8 @@
     A plain value: copy it where another thread needs it. Nothing throws; all calls are cheap. */
 struct RoomGeometry
 {
-    static constexpr float lowHz = 320.0f;
-    static constexpr float highHz = 20000.0f;
+    static constexpr float lowHz = DisplayCurve::lowHz;
+    static constexpr float highHz = DisplayCurve::highHz;
     static constexpr float depth = 120.0f;
 
     float width = 630.0f;
