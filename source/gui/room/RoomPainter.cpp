@@ -1,5 +1,6 @@
 #include "gui/room/RoomPainter.h"
 
+#include "gui/look/Palette.h"
 #include "gui/room/BandMarker.h"
 #include "gui/room/WallGrid.h"
 
@@ -8,10 +9,6 @@
 
 namespace
 {
-const juce::Colour markerFrame (0xffd3d3d3);
-const juce::Colour silentMarker (0xff555555);
-const juce::Colour silentFocus (0xffd3d3d3);
-
 juce::Rectangle<float> rectangleOf (const BandMarker::Box& box)
 {
     return { box.x, box.y, box.width, box.height };
@@ -50,10 +47,10 @@ void RoomPainter::drawMarker (juce::Graphics& graphics, const RoomGeometry& room
 
     constexpr float cornerSize = 2.0f;
     const auto marker = bandMarker (room, band.frequencyHz, band.gainDb, master);
-    graphics.setColour (markerFrame);
+    graphics.setColour (juce::Colour (Palette::markerFrame));
     graphics.fillRoundedRectangle (rectangleOf (marker.leftFrame), cornerSize);
     graphics.fillRoundedRectangle (rectangleOf (marker.rightFrame), cornerSize);
-    graphics.setColour (band.silent ? silentMarker : band.colour);
+    graphics.setColour (band.silent ? juce::Colour (Palette::inactiveBand) : band.colour);
     graphics.fillRect (rectangleOf (marker.leftFill));
     graphics.fillRect (rectangleOf (marker.rightFill));
 }
@@ -74,6 +71,6 @@ void RoomPainter::drawFocus (juce::Graphics& graphics, const RoomGeometry& room,
     }
 
     const auto marker = bandMarker (room, band.frequencyHz, band.gainDb, master);
-    graphics.setColour (band.silent ? silentFocus : band.colour);
+    graphics.setColour (band.silent ? juce::Colour (Palette::markerFrame) : band.colour);
     drawDashed (graphics, room.width, { 0.0f, room.wallRow (band.frequencyHz, room.scaleDb), marker.x, marker.y });
 }

@@ -1,5 +1,7 @@
 #include "gui/room/ScaleSelector.h"
 
+#include "gui/look/Fonts.h"
+#include "gui/look/Palette.h"
 #include "gui/room/ScaleCells.h"
 
 #include <cmath>
@@ -13,13 +15,11 @@ constexpr int slideTicks = 8;
 constexpr int spreadCellWidth = 46;
 constexpr float cornerSize = 3.0f;
 
+/** A text may be a little wider than its cell. */
+constexpr float textOverhang = 3.0f;
+
 /** How far a pointer goes before a press counts as a movement, in pixels. */
 constexpr int clickReach = 3;
-
-const juce::Colour background (0xff1b1b1b);
-const juce::Colour outline (0xff555555);
-const juce::Colour selectedCell (0xff808080);
-const juce::Colour focusOutline (0xffd3d3d3);
 
 juce::String textOf (int cell, bool inFull)
 {
@@ -165,29 +165,31 @@ juce::Rectangle<float> ScaleSelector::cellBounds (float cell) const
 int ScaleSelector::textHeight() const
 {
     constexpr int largest = 13;
-    constexpr float heightPerWidth = 0.95f;
+    constexpr float heightPerWidth = 0.9f;
     return isSpread() ? largest : juce::jmin (largest, juce::roundToInt (cellBounds (0).getWidth() * heightPerWidth));
 }
 
 void ScaleSelector::paint (juce::Graphics& graphics)
 {
     const auto bounds = getLocalBounds().toFloat().reduced (0.5f);
-    graphics.setColour (background);
+    graphics.setColour (juce::Colour (Palette::scaleSelector));
     graphics.fillRoundedRectangle (bounds, cornerSize);
 
     const auto lit = cellBounds (highlight).reduced (1.5f);
-    graphics.setColour (selectedCell);
+    graphics.setColour (juce::Colour (Palette::selectedScale));
     graphics.fillRoundedRectangle (lit, cornerSize - 1.0f);
     graphics.setColour (juce::Colours::white.withAlpha (0.25f));
     graphics.drawRoundedRectangle (lit.reduced (0.5f), cornerSize - 1.0f, 1.0f);
 
-    graphics.setColour (hasKeyboardFocus (false) ? focusOutline : outline);
+    graphics.setColour (juce::Colour (hasKeyboardFocus (false) ? Palette::focusRing : Palette::panelOutline));
     graphics.drawRoundedRectangle (bounds, cornerSize, 1.0f);
 
-    graphics.setColour (juce::Colours::white);
-    graphics.setFont (static_cast<float> (textHeight()));
+    graphics.setColour (juce::Colour (Palette::text));
+    graphics.setFont (Fonts::bold (static_cast<float> (textHeight())));
 
     for (int cell = 0; cell < ScaleCells::count; ++cell)
-        graphics.drawText (
-            textOf (cell, isSpread()), cellBounds (static_cast<float> (cell)), juce::Justification::centred, false);
+        graphics.drawText (textOf (cell, isSpread()),
+                           cellBounds (static_cast<float> (cell)).expanded (textOverhang, 0.0f),
+                           juce::Justification::centred,
+                           false);
 }
