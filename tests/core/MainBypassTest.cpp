@@ -146,6 +146,22 @@ TEST_P (MainBypassTest, asksNothingOfInactiveBands)
     EXPECT_EQ (empty.processor.bandEngine().worker (BlockProcessorMode::stereo).postedCount(), 0);
 }
 
+// The main bypass acts out of a notification, during which nothing else may be fired by the same thread.
+TEST (MainBypassOfABounceTest, comesThroughWhileGainsOfLivePlayingStillWait)
+{
+    PluginRig rig;
+    rig.prepare (48000.0, 64);
+
+    for (int round = 0; round < 100; ++round)
+    {
+        rig.processor.setNonRealtime (false);
+        rig.setBand (0, 8000.0f, static_cast<float> (round % 7) - 3.0f);
+        rig.renderOffline();
+        rig.set (ParameterIds::bypass, static_cast<float> (round % 2));
+        ASSERT_EQ (rig.processor.model.mainBypass(), round % 2 == 1);
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P (Rendering,
                           MainBypassTest,
                           testing::Values (Updates::live, Updates::offline),

@@ -77,11 +77,10 @@ BandDrawing BandEngine::Lane::take (const BandUpdate& update, BandMessageName na
     return settings.soloActive ? bandDrawingFor (name, value, block.mode(), settings) : last;
 }
 
-void BandEngine::Lane::noteLimits (const BandUpdate& update, BandMessageName name) noexcept
+bool BandEngine::Lane::concernsMasterLimits (const BandUpdate& update, BandMessageName name) noexcept
 {
     // A value that holds the gain scale comes from no change of a gain, and whoever scaled it has told what it means.
-    if (! update.gainScaleApplied && (name.kind == BandMessageKind::gain || name.kind == BandMessageKind::q))
-        masterLimitsPending = true;
+    return ! update.gainScaleApplied && (name.kind == BandMessageKind::gain || name.kind == BandMessageKind::q);
 }
 
 void BandEngine::Lane::draw (int band, const BandDrawing& drawing) noexcept
@@ -107,7 +106,9 @@ void BandEngine::Lane::post (const Reader& read) noexcept
                          slot.gainScaleApplied = update.gainScaleApplied;
                          slot.band = name.band;
                          slot.drawing = drawing;
-                         noteLimits (update, name);
+
+                         if (concernsMasterLimits (update, name))
+                             masterLimitsPending = true;
                      });
         });
 }
@@ -131,10 +132,11 @@ void BandEngine::Lane::postDrawings (int count) noexcept
         });
 }
 
-void BandEngine::Lane::applyAtOnce (const Reader* read, bool lostBefore)
+bool BandEngine::Lane::applyAtOnce (const Reader* read, bool lostBefore)
 {
     std::array<Drawn, bandCount> now;
     std::size_t count = 0;
+    auto checkLimits = false;
     Drawings all;
 
     const auto lost = worker.clear (
@@ -145,7 +147,7 @@ void BandEngine::Lane::applyAtOnce (const Reader* read, bool lostBefore)
                          [&] (const BandUpdate& update, BandMessageName name, const BandDrawing& drawing)
                          {
                              now[count++] = { name.band, drawing };
-                             noteLimits (update, name);
+                             checkLimits |= concernsMasterLimits (update, name);
                          });
 
             all = drawings;
@@ -159,6 +161,7 @@ void BandEngine::Lane::applyAtOnce (const Reader* read, bool lostBefore)
         draw (drawn.band, drawn.drawing);
 
     block.finishUpdates();
+    return checkLimits;
 }
 
 void BandEngine::Lane::catchUp() noexcept
@@ -290,7 +293,7 @@ void BandEngine::note (const BandUpdate& update) noexcept
 void BandEngine::applySynchronously (const Reader* read)
 {
     std::array<bool, modeCount> lost {};
-    auto limitsPending = false;
+    auto checkLimits = false;
 
     // All first, so that workers under way come to an end.
     for (std::size_t index = 0; index < lanes.size(); ++index)
@@ -299,11 +302,12 @@ void BandEngine::applySynchronously (const Reader* read)
     for (std::size_t index = 0; index < lanes.size(); ++index)
     {
         const ScopedOwnership ownership (lanes[index]->block);
-        lanes[index]->applyAtOnce (read, lost[index]);
-        limitsPending |= lanes[index]->masterLimitsPending.exchange (false);
+        checkLimits |= lanes[index]->applyAtOnce (read, lost[index]);
     }
 
-    if (limitsPending)
+    // Only for what was read just now. The main bypass comes here out of a notification, where nothing may be fired; a
+    // check that a dropped message has left behind is made up for by maintainQueues().
+    if (checkLimits)
         model.checkMasterLimits();
 }
 
@@ -393,6 +397,9 @@ void BandEngine::maintainQueues()
 
         if (current->worker.takeUpdatesLost())
             current->postDrawings (bandCount);
+
+        if (current->worker.hasHandledAll() && current->masterLimitsPending.exchange (false))
+            model.checkMasterLimits();
     }
 }
 

@@ -120,8 +120,9 @@ private:
         void post (const Reader& read) noexcept;
         void postDrawings (int count) noexcept;
 
-        /** Draws at once what is read, or all ten bands where there is no reader or something waited. As owner. */
-        void applyAtOnce (const Reader* read, bool lostBefore);
+        /** Draws at once what is read, or all ten bands where there is no reader or something waited. As owner.
+            @returns whether the Master limits are to be checked after what was read */
+        [[nodiscard]] bool applyAtOnce (const Reader* read, bool lostBefore);
 
         /** Draws at once what waits in the queue or was lost. As owner. */
         void catchUp() noexcept;
@@ -137,8 +138,8 @@ private:
         [[nodiscard]] BandDrawing
         take (const BandUpdate& update, BandMessageName name, DesignSettings& settings) noexcept;
 
-        /** Marks what the Master limits have to be checked after. */
-        void noteLimits (const BandUpdate& update, BandMessageName name) noexcept;
+        /** Whether the Master limits have to be checked after an update. */
+        [[nodiscard]] static bool concernsMasterLimits (const BandUpdate& update, BandMessageName name) noexcept;
 
         /** Draws one band. As owner, so nothing may be fired here: a listener that is running could be waiting for the
             same block. */
