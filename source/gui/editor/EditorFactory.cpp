@@ -1,6 +1,8 @@
 #include "gui/editor/EditorFactory.h"
 
+#include "gui/editor/PluginEditor.h"
+
 juce::AudioProcessorEditor* makeEditor (VelmoraAudioProcessor& processor)
 {
-    return new juce::GenericAudioProcessorEditor (processor);
+    return new VelmoraAudioProcessorEditor (processor);
 }

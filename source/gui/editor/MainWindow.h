@@ -1,7 +1,7 @@
 #pragma once
 
-#include "gui/editor/EmptyRoom.h"
 #include "gui/menu/BurgerMenu.h"
+#include "gui/room/Solvane.h"
 
 #include <memory>
 
@@ -27,8 +27,8 @@ public:
     explicit MainWindow (VelmoraAudioProcessor& processor);
     ~MainWindow() override;
 
-    [[nodiscard]] EmptyRoom& room() noexcept { return roomView; }
-    [[nodiscard]] const EmptyRoom& room() const noexcept { return roomView; }
+    [[nodiscard]] Solvane& room() noexcept { return roomView; }
+    [[nodiscard]] const Solvane& room() const noexcept { return roomView; }
     [[nodiscard]] BurgerMenu& burgerMenu() noexcept { return menu; }
 
     /** Puts a component into its place, hidden. */
@@ -56,7 +56,7 @@ private:
     void placePointer (juce::Label& label, bool left, float row);
 
     VelmoraAudioProcessor& processor;
-    EmptyRoom roomView;
+    Solvane roomView;
     std::array<std::unique_ptr<juce::Component>, placeCount> places;
     juce::Component statusStrip;
     juce::Label pointerLabelLeft, pointerLabelRight;

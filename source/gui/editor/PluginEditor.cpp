@@ -14,6 +14,20 @@ constexpr float presetTypeFontHeight = 14.0f;
 constexpr float presetNameFontHeight = 14.0f;
 constexpr float unscaledPercent = 100.0f;
 
+/** What lay over the room when the last window went is closed. Before anything of the new one is made. */
+PluginModel& openedAnew (PluginModel& model)
+{
+    auto& state = model.interfaceState;
+    state.closingEditor = false;
+    state.settingsOpen = false;
+    state.helpOpen = false;
+    state.bandsPanelOpen = false;
+    state.analysisOpen = false;
+    state.analysisSliding = false;
+    model.editorClosed = false;
+    return model;
+}
+
 void drawVertically (juce::Graphics& g, juce::Rectangle<int> area, Palette::Argb top, Palette::Argb bottom)
 {
     g.setGradientFill (juce::ColourGradient::vertical (juce::Colour (top),
@@ -27,24 +41,20 @@ void drawVertically (juce::Graphics& g, juce::Rectangle<int> area, Palette::Argb
 VelmoraAudioProcessorEditor::VelmoraAudioProcessorEditor (VelmoraAudioProcessor& owner)
     : AudioProcessorEditor (owner),
       audioProcessor (owner),
-      model (owner.model),
+      model (openedAnew (owner.model)),
       lookAndFeel (lookAndFeelOf (owner.model)),
       mainWindow (owner),
       bandPanels (*this, owner)
 {
-    auto& state = model.interfaceState;
-    state.closingEditor = false;
-    state.settingsOpen = false;
-    state.helpOpen = false;
-    state.bandsPanelOpen = false;
-    state.analysisOpen = false;
-    state.analysisSliding = false;
-    model.editorClosed = false;
-
     setTitle ("SOLVANE");
     setLookAndFeel (&lookAndFeel);
     addAndMakeVisible (mainWindow);
     mainWindow.room().onBandsOutOfScale = [this] { noteBandsOutOfScale(); };
+    mainWindow.room().onCloseMenu = [this]
+    {
+        if (mainWindow.burgerMenu().state() == BurgerMenu::State::menu)
+            hideBurgerMenu();
+    };
 
     topRow.addTo (*this);
 
@@ -104,6 +114,7 @@ VelmoraAudioProcessorEditor::~VelmoraAudioProcessorEditor()
     stopTimer();
     compositor.reset();
     mainWindow.room().onBandsOutOfScale = nullptr;
+    mainWindow.room().onCloseMenu = nullptr;
     toolTips.reset();
     setLookAndFeel (nullptr);
     model.editorClosed = true;

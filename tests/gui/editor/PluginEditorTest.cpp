@@ -8,6 +8,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <thread>
+
 namespace
 {
 using Place = MainWindow::Place;
@@ -18,7 +20,18 @@ protected:
     VelmoraAudioProcessor processor { {}, {}, VelmoraAudioProcessor::SettingsFile::leaveAlone };
     std::unique_ptr<VelmoraAudioProcessorEditor> editor;
 
-    PluginEditorTest() { processor.prepareToPlay (48000.0, 512); }
+    PluginEditorTest()
+    {
+        processor.prepareToPlay (48000.0, 512);
+        awaitWorkers();
+    }
+
+    /** The workers look at the limits of Master themselves, whenever they have handled something. */
+    void awaitWorkers()
+    {
+        while (! processor.bandEngine().isIdle())
+            std::this_thread::yield();
+    }
 
     void open()
     {
@@ -60,6 +73,7 @@ protected:
     /** A hand moves a band beyond what Master can do. */
     void crossMasterLimits()
     {
+        awaitWorkers();
         processor.model.interfaceState.bandChangedByUser = true;
         processor.model.setCanUseMasterMode (false);
         Messages::deliver();
@@ -568,6 +582,25 @@ TEST_F (PluginEditorTest, whatIsPostedFindsNobodyAfterTheWindowHasGone)
     editor.reset();
     Messages::deliver();
     EXPECT_EQ (processor.model.interfaceState.masterMessageCount, 0);
+}
+
+TEST_F (PluginEditorTest, aWindowOnAScreenTakesADoubleClickAndGoesAgain)
+{
+    if (juce::Desktop::getInstance().getDisplays().displays.isEmpty())
+        GTEST_SKIP() << "no display";
+
+    for (auto time = 0; time < 3; ++time)
+    {
+        open();
+        editor->addToDesktop (juce::ComponentPeer::windowHasTitleBar);
+        Messages::deliver();
+        EXPECT_TRUE (editor->isShowing());
+        editor->main().room().mouseDoubleClick (mouseAt (editor->main().room(), { 300.0f, 300.0f }));
+        Messages::deliver();
+        EXPECT_FLOAT_EQ (processor.model.getBandValue (time, Settings::Parameter::active), 1.0f);
+        tick (30);
+        Messages::deliver();
+    }
 }
 
 TEST_F (PluginEditorTest, aWindowMayComeAndGoAHundredTimes)
