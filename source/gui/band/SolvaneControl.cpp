@@ -33,6 +33,7 @@ SolvaneControl::SolvaneControl (int band, juce::Colour bandColour, IBandSurround
     setName (name);
     setTitle (name);
     setWantsKeyboardFocus (true);
+    panel().setBand (band, name, state.gainDb, colour, state.upperHalf);
     refresh();
     refreshVisibility();
     fade.jump();

@@ -158,6 +158,9 @@ void SolvaneControlPanel::showText (const juce::String& text, bool wideText)
 void SolvaneControlPanel::setEditable (bool state)
 {
     readout.setEditable (state, false, false);
+
+    // The tabulator walks from band to band; a label that takes the focus would open for typing on the way.
+    readout.setWantsKeyboardFocus (false);
 }
 
 void SolvaneControlPanel::openEditor()

@@ -222,6 +222,28 @@ TEST (SolvaneControlKeysTest, otherKeysStayTheHosts)
     EXPECT_TRUE (rig.log.empty());
 }
 
+TEST (SolvaneControlKeysTest, theTabulatorStopsAtTheBandAndAtNothingInIt)
+{
+    BandRig rig;
+    rig.makeMidSidePanel();
+    rig.place (3910, 2.0f);
+    rig.control->setSelected (true);
+    auto& panel = rig.control->panel();
+
+    for (auto* part : std::initializer_list<juce::Component*> { &panel,
+                                                                &panel.readout,
+                                                                &panel.bypassButton,
+                                                                &panel.soloButton,
+                                                                &panel.filterTypeButton,
+                                                                &rig.midSide->slider,
+                                                                &rig.midSide->midButton,
+                                                                &rig.midSide->sideButton })
+    {
+        EXPECT_FALSE (part->getWantsKeyboardFocus()) << part->getName();
+        EXPECT_FALSE (part->getTitle().isEmpty()) << part->getName();
+    }
+}
+
 TEST (SolvaneControlKeysTest, aBandSaysWhatItIs)
 {
     BandRig rig (2);
