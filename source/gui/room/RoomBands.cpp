@@ -73,6 +73,11 @@ std::vector<int> RoomBands::stackingOrder() const
     return order;
 }
 
+bool RoomBands::isTyping() const
+{
+    return std::ranges::any_of (hung, [] (const auto& item) { return item->control.panel().isTyping(); });
+}
+
 void RoomBands::matchParameters()
 {
     for (int band = 0; band < bandCount; ++band)

@@ -71,6 +71,9 @@ public:
     /** The band in focus, or -1. */
     [[nodiscard]] int focusBand() const noexcept { return focused; }
 
+    /** A read-out of a band is open for typing. */
+    [[nodiscard]] bool isTyping() const;
+
     [[nodiscard]] bool isEmpty() const noexcept { return hung.empty(); }
 
     /** The control of a band, or null. */

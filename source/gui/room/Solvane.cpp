@@ -421,7 +421,7 @@ void Solvane::mouseEnter (const juce::MouseEvent& event)
 
     if (state.bandsPanelOpen && onCloseMenu)
         onCloseMenu();
-    else if (! scaleSelector.getBounds().contains (event.getPosition()))
+    else if (! scaleSelector.getBounds().contains (event.getPosition()) && ! bands.isTyping())
         collapseControls();
 }
 

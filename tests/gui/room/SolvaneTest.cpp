@@ -475,6 +475,20 @@ TEST_F (SolvaneTest, oneBandHasTheFocusUntilTheMouseLeaves)
     EXPECT_EQ (solvane.roomBands().focusBand(), -1);
 }
 
+TEST_F (SolvaneTest, comingIntoTheRoomEndsTheHoverButNotTheTyping)
+{
+    solvane.addBand (1000.0f, -1, false);
+    auto* control = solvane.roomBands().find (0);
+    const auto enter = [this] { solvane.mouseEnter (roomMouse::eventAt (solvane, { 300.0f, 30.0f })); };
+    control->panel().openEditor();
+    ASSERT_TRUE (control->panel().isTyping());
+    enter();
+    EXPECT_TRUE (control->panel().isTyping());
+    control->panel().closeEditor();
+    enter();
+    EXPECT_FALSE (control->isSelected());
+}
+
 TEST_F (SolvaneTest, gesturesReachTheHost)
 {
     struct Listener final : juce::AudioProcessorParameter::Listener
