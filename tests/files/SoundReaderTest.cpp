@@ -49,6 +49,9 @@ struct StoredSound
 
     /** Largest difference from the other decoder. */
     double tolerance;
+
+    /** Which one; its own choice unless one is named. */
+    const char* decoder = "";
 };
 
 void PrintTo (const StoredSound& sound, std::ostream* stream)
@@ -75,12 +78,13 @@ TEST_P (DecodedSoundTest, isWhatAnotherDecoderFinds)
 
     PluginRig::Signal signal;
     ASSERT_TRUE (readAll (*reader, signal));
-    const auto expected = decodedByFfmpeg (folder.path (sound.file), channels);
+    const auto expected = decodedByFfmpeg (folder.path (sound.file), channels, sound.decoder);
     ASSERT_EQ (signal[0].size(), expected[0].size());
     EXPECT_THAT (signal, IsSignalNear (expected, sound.tolerance));
 }
 
-/** Whole numbers and floats are exact. Decoders of lossy sound round in different places. */
+/** Whole numbers and floats are exact. Decoders of lossy sound round in different places. Of Opus the makers' own
+   decoder counts, which ffmpeg rounds to 16 bits; ffmpeg's is up to 0.01 away from it in stereo. */
 INSTANTIATE_TEST_SUITE_P (
     Containers,
     DecodedSoundTest,
@@ -106,10 +110,10 @@ INSTANTIATE_TEST_SUITE_P (
                                        StoredSound { "a.caf", "-c:a pcm_f32le", 0.0 },
                                        StoredSound { "a.flac", "-sample_fmt s16", 0.0 },
                                        StoredSound { "a.flac", "-sample_fmt s32", 0.0 },
-                                       StoredSound { "a.ogg", "-c:a libvorbis", 2.0e-6 },
-                                       StoredSound { "a.opus", "-c:a libopus", 2.0e-4 },
-                                       StoredSound { "a.mp3", "-b:a 128k", 2.0e-6 },
-                                       StoredSound { "a.mp3", "-q:a 2", 2.0e-6 }),
+                                       StoredSound { "a.ogg", "-c:a libvorbis", 5.0e-6 },
+                                       StoredSound { "a.opus", "-c:a libopus", 1.6e-5, "libopus" },
+                                       StoredSound { "a.mp3", "-b:a 128k", 5.0e-6 },
+                                       StoredSound { "a.mp3", "-q:a 2", 5.0e-6 }),
                       testing::Values (1, 2)));
 
 //======================================================================================================================

@@ -70,8 +70,9 @@ TEST_P (SoundWriterTest, writesWhatAnotherDecoderReads)
                                                  : 1.51 / std::ldexp (1.0, bits - 1);
 
     ASSERT_EQ (decoded.size(), static_cast<std::size_t> (channels));
-    ASSERT_GE (decoded[0].size(), static_cast<std::size_t> (buffer.getNumSamples()));
 
+    // The other decoder leaves out the end of some lossy sound.
+    ASSERT_GE (decoded[0].size(), static_cast<std::size_t> (buffer.getNumSamples() - 4000));
     ASSERT_TRUE (encoding.width == Width::lossy
                  || decoded[0].size() == static_cast<std::size_t> (buffer.getNumSamples()));
 

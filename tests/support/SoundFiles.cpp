@@ -112,10 +112,11 @@ void convertWithFfmpeg (const std::string& input, const std::string& options, co
         throw std::runtime_error ("failed: " + command);
 }
 
-PluginRig::Signal decodedByFfmpeg (const std::string& file, int channelCount)
+PluginRig::Signal decodedByFfmpeg (const std::string& file, int channelCount, const std::string& decoder)
 {
     const auto bytes =
-        outputOf ("'" SOLVANE_FFMPEG "' -nostdin -loglevel error -i '" + file + "' -f f32le -c:a pcm_f32le -");
+        outputOf ("'" SOLVANE_FFMPEG "' -nostdin -loglevel error " + (decoder.empty() ? "" : "-c:a " + decoder)
+                  + " -i '" + file + "' -f f32le -c:a pcm_f32le -");
     const auto channels = static_cast<std::size_t> (channelCount);
     PluginRig::Signal signal (channels);
 

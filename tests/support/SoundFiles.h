@@ -41,8 +41,9 @@ void convertWithSox (const std::string& input,
 /** Has ffmpeg make a file: `ffmpeg -i INPUT OPTIONS OUTPUT`. Throws where it fails. */
 void convertWithFfmpeg (const std::string& input, const std::string& options, const std::string& output);
 
-/** Everything in a file as ffmpeg decodes it. */
-[[nodiscard]] PluginRig::Signal decodedByFfmpeg (const std::string& file, int channelCount);
+/** Everything in a file as ffmpeg decodes it, with a decoder of its own choice unless one is named. */
+[[nodiscard]] PluginRig::Signal
+decodedByFfmpeg (const std::string& file, int channelCount, const std::string& decoder = {});
 
 /** Stores floats to the bit. */
 void writeFloatWav (const std::string& file, const PluginRig::Signal& signal, double sampleRate);
