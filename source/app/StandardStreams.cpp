@@ -2,11 +2,14 @@
 
 #include "app/CommandError.h"
 #include "app/Interrupt.h"
+#include "app/ProgressBar.h"
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <climits>
 #include <cstdlib>
+#include <poll.h>
 #include <unistd.h>
 
 namespace
@@ -25,32 +28,38 @@ private:
     const juce::int64 length;
 };
 
-/** A signal interrupts both once; whether it is to end the program is asked between two blocks. */
-ssize_t readSome (std::array<char, blockLength>& block)
+/** Waits until the descriptor is ready. Unlike a read or a write, this ends when a signal comes, so that Ctrl-C is
+   heard while nothing else is. */
+void waitFor (int descriptor, short event)
 {
-    ssize_t count = -1;
+    pollfd ready { descriptor, event, 0 };
 
     do
-    {
         Interrupt::throwIfRequested();
-        count = ::read (STDIN_FILENO, block.data(), block.size());
-    } while (count < 0 && errno == EINTR);
+    while (::poll (&ready, 1, -1) < 0 && errno == EINTR);
+}
 
-    return count;
+ssize_t readSome (std::array<char, blockLength>& block)
+{
+    waitFor (STDIN_FILENO, POLLIN);
+    return ::read (STDIN_FILENO, block.data(), block.size());
 }
 
 bool writeAll (const char* data, std::size_t count)
 {
+    // What is ready takes as much as this without waiting.
+    constexpr std::size_t largestPart = PIPE_BUF;
+
     while (count > 0)
     {
-        Interrupt::throwIfRequested();
-        const auto written = ::write (STDOUT_FILENO, data, count);
+        waitFor (STDOUT_FILENO, POLLOUT);
+        const auto written = ::write (STDOUT_FILENO, data, std::min (count, largestPart));
 
-        if (written < 0 && errno != EINTR)
+        if (written < 0)
             return false;
 
-        data += std::max<ssize_t> (written, 0);
-        count -= static_cast<std::size_t> (std::max<ssize_t> (written, 0));
+        data += written;
+        count -= static_cast<std::size_t> (written);
     }
 
     return true;
@@ -77,6 +86,8 @@ std::unique_ptr<juce::InputStream> StandardStreams::spoolInput()
 {
     const PrivateFolder place;
     const auto file = place.file();
+    ProgressBar progress ("Reading the standard input");
+    progress.show (0.0);
 
     {
         juce::FileOutputStream spool (file);

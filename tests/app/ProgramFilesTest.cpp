@@ -287,6 +287,16 @@ TEST_F (ProgramFilesTest, noticesThatTheStandardOutputIsFull)
     EXPECT_THAT (run.errors, HasSubstr ("The standard output could not be written to"));
 }
 
+TEST_F (ProgramFilesTest, hearsControlCWhileItWaitsForTheStandardInput)
+{
+    const auto run =
+        runOnTerminal (SOLVANE_PROGRAM,
+                       { "render", "-", folder.path ("out.wav") },
+                       [] (const std::string& text) { return text.find ("Reading") != std::string::npos; });
+    EXPECT_EQ (run.exitCode, 130);
+    EXPECT_THAT (folder.names(), ElementsAre());
+}
+
 TEST_F (ProgramFilesTest, measuresWhatComesOutOfAPipe)
 {
     makeInput ("in.wav", "-b 16", "trim 0 3");
