@@ -244,7 +244,7 @@ Vst2Host::hostCallback (AEffect* caller, int opcode, int index, std::intptr_t va
     return host->answer (opcode, index, value, pointer);
 }
 
-std::intptr_t Vst2Host::answer (int opcode, int, std::intptr_t, void* pointer)
+std::intptr_t Vst2Host::answer (int opcode, int index, std::intptr_t value, void* pointer)
 {
     ++calls[placeOf (opcode)];
 
@@ -262,6 +262,17 @@ std::intptr_t Vst2Host::answer (int opcode, int, std::intptr_t, void* pointer)
     {
         case audioMasterVersion:
             return interfaceVersion;
+
+        case audioMasterCanDo:
+            return sizeHandler != nullptr && std::strcmp (static_cast<const char*> (pointer), "sizeWindow") == 0 ? 1
+                                                                                                                 : 0;
+
+        case audioMasterSizeWindow:
+            if (sizeHandler == nullptr)
+                return 0;
+
+            sizeHandler (index, static_cast<int> (value));
+            return 1;
 
         case audioMasterGetSampleRate:
             return static_cast<std::intptr_t> (rate);

@@ -7,9 +7,11 @@
 #include <chrono>
 #include <condition_variable>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <string>
+#include <utility>
 #include <vector>
 
 struct AEffect;
@@ -49,6 +51,10 @@ public:
 
     /** The host's switch for bypass; returns what the plug-in answers. */
     std::intptr_t setBypass (bool shouldBypass);
+
+    /** Called when the plug-in wants its window to have another size, in pixels, on the thread that handles its events.
+        Without one the host refuses. Before the window opens. */
+    void setSizeHandler (std::function<void (int width, int height)> handler) { sizeHandler = std::move (handler); }
 
     //==================================================================================================================
     [[nodiscard]] int parameterCount() const noexcept;
@@ -99,6 +105,7 @@ private:
     const SharedLibrary library;
     AEffect* effect = nullptr;
     std::atomic<bool> offline { false };
+    std::function<void (int, int)> sizeHandler;
     double rate = 44100.0;
     int blockSize = 512;
     std::int64_t position = 0;

@@ -19,6 +19,9 @@ constexpr int windowY = 30;
 constexpr int blockSize = 512;
 constexpr int pixelsPerStep = 4;
 
+/** From the window's corner into the handle that resizes it. */
+constexpr int cornerInset = 5;
+
 /** As the interface has it: top, left, bottom, right. */
 struct EditorRectangle
 {
@@ -50,6 +53,7 @@ std::string keyNameOf (char character)
 
 PluginWindow::PluginWindow (double sampleRate) : plugin (std::string (SOLVANE_DIST) + "/vst/SOLVANE.so")
 {
+    plugin.setSizeHandler ([this] (int width, int height) { display.resizeWindow (parent, width, height); });
     open();
 
     if (sampleRate > 0.0)
@@ -111,8 +115,11 @@ TestScreen::Size PluginWindow::size()
 
 void PluginWindow::resize (int width, int height)
 {
-    display.resizeWindow (parent, width, height);
-    display.resizeWindow (display.childOf (parent), width, height);
+    const auto before = size();
+    const auto cornerX = before.width - cornerInset;
+    const auto cornerY = before.height - cornerInset;
+    drag (cornerX, cornerY, cornerX + width - before.width, cornerY + height - before.height);
+    eventually ([&] { return size() == TestScreen::Size { width, height }; });
 }
 
 Picture PluginWindow::look()

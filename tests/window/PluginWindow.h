@@ -58,7 +58,7 @@ public:
     /** The size that the plug-in asks for while it is open. */
     [[nodiscard]] TestScreen::Size size();
 
-    /** The host's drag of the window's corner. */
+    /** Drags the window's corner until the plug-in has this size, or as near to it as it goes. */
     void resize (int width, int height);
 
     [[nodiscard]] Picture look();

@@ -5,6 +5,8 @@
 #include <cstdlib>
 #include <filesystem>
 #include <optional>
+#include <string>
+#include <unistd.h>
 
 namespace
 {
@@ -15,8 +17,10 @@ constexpr int screenHeight = 1400;
 
 int main (int argumentCount, char** arguments)
 {
-    std::filesystem::create_directories (SOLVANE_TEST_HOME);
-    setenv ("HOME", SOLVANE_TEST_HOME, 1);
+    // The size of a window that one test leaves behind must not be where another begins.
+    const auto home = std::filesystem::path (SOLVANE_TEST_HOME) / ("window-" + std::to_string (getpid()));
+    std::filesystem::create_directories (home);
+    setenv ("HOME", home.c_str(), 1);
     testing::InitGoogleTest (&argumentCount, arguments);
 
     std::optional<DisplayServer> server;
@@ -24,5 +28,7 @@ int main (int argumentCount, char** arguments)
     if (! testing::GTEST_FLAG (list_tests))
         server.emplace (screenWidth, screenHeight);
 
-    return RUN_ALL_TESTS();
+    const auto result = RUN_ALL_TESTS();
+    std::filesystem::remove_all (home);
+    return result;
 }

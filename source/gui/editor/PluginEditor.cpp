@@ -105,6 +105,8 @@ VelmoraAudioProcessorEditor::VelmoraAudioProcessorEditor (VelmoraAudioProcessor&
 
 VelmoraAudioProcessorEditor::~VelmoraAudioProcessorEditor()
 {
+    letGoOfThePointer();
+
     // Whatever is still posted finds nobody from here on.
     masterReference.clear();
     notifications.clear();
@@ -118,6 +120,17 @@ VelmoraAudioProcessorEditor::~VelmoraAudioProcessorEditor()
     toolTips.reset();
     setLookAndFeel (nullptr);
     model.editorClosed = true;
+}
+
+void VelmoraAudioProcessorEditor::letGoOfThePointer()
+{
+    // A button that is held while the window goes is let go where nobody hears it. The framework would take it for held
+    // on, and pass over the first press in the next window.
+    const auto pointer = juce::Desktop::getInstance().getMainMouseSource();
+    const auto* held = pointer.isDragging() ? pointer.getComponentUnderMouse() : nullptr;
+
+    if (held != nullptr && (held == this || isParentOf (held)))
+        juce::ModifierKeys::currentModifiers = juce::ModifierKeys::currentModifiers.withoutMouseButtons();
 }
 
 //======================================================================================================================

@@ -65,6 +65,7 @@ public:
 private:
     using Place = MainWindow::Place;
 
+    void letGoOfThePointer();
     void subscribe();
     void afterwards (const char* channel, void (VelmoraAudioProcessorEditor::*reaction)());
 
