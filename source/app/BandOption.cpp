@@ -29,9 +29,12 @@ std::vector<std::string> splitAtCommas (const std::string& text)
 [[noreturn]] void refuse (const std::string& text, const std::string& reason)
 {
     throw CommandError (ExitCode::badArguments,
-                        "--band " + text + ": " + reason
+                        text + ": " + reason
                             + " A band is FREQ,GAIN,Q[,shelf][,ms=VALUE][,solo][,bypass], for example 2500,-3,1.4.");
 }
+
+/** Below, a shelf's long slope would lie in the filter of the low bands, which ends near a tenth of the sample rate. */
+constexpr float lowestShelfHz = 1600.0f;
 
 /** Numbers are read the same in every locale. */
 float readNumber (const std::string& text, const std::string& part, const char* what)
@@ -53,7 +56,9 @@ float readWithin (const std::string& text,
                   Settings::Parameter kind,
                   const char* unit)
 {
-    const auto value = readNumber (text, part, what);
+    const auto thousands = kind == Settings::Parameter::frequency && (part.ends_with ('k') || part.ends_with ('K'));
+    const auto number = readNumber (text, thousands ? part.substr (0, part.size() - 1) : part, what);
+    const auto value = thousands ? number * 1000.0f : number;
 
     for (const auto& row : ParameterTable::rows())
         if (row.id == ParameterIds::ofBand (0, kind) && (value < row.minimum || value > row.maximum))
@@ -66,9 +71,10 @@ float readWithin (const std::string& text,
 }
 } // namespace
 
-BandOption BandOption::parse (const std::string& text)
+BandOption BandOption::parse (const std::string& given, const std::string& source)
 {
-    const auto parts = splitAtCommas (text);
+    const auto parts = splitAtCommas (given);
+    const auto text = source + given;
 
     if (parts.size() < 3)
         refuse (text, "frequency, gain and Q are needed.");
@@ -95,6 +101,9 @@ BandOption BandOption::parse (const std::string& text)
         else
             refuse (text, "'" + part + "' is not known.");
     }
+
+    if (band.highShelf && band.frequencyHz < lowestShelfHz)
+        refuse (text, "a high shelf starts at 1600 Hz or above.");
 
     return band;
 }

@@ -2,12 +2,14 @@
 
 #include "app/AudioInput.h"
 #include "app/AudioOutput.h"
+#include "app/BandDescription.h"
 #include "app/CommandError.h"
 #include "app/Interrupt.h"
 #include "app/OfflineRenderer.h"
 #include "app/OutputFormat.h"
 #include "app/PresetChoice.h"
 #include "app/ProgressBar.h"
+#include "app/ResponseNotes.h"
 #include "app/ServedAudio.h"
 #include "app/StandardStreams.h"
 
@@ -20,28 +22,6 @@
 
 namespace
 {
-std::string parameterText (const PluginModel& model, int band, Settings::Parameter kind)
-{
-    for (const auto& row : ParameterTable::rows())
-        if (row.id == ParameterIds::ofBand (band, kind))
-            return ParameterTable::textOf (row.text, model.getBandValue (band, kind)).toStdString();
-
-    return {};
-}
-
-void describeBand (const PluginModel& model, int band)
-{
-    using Kind = Settings::Parameter;
-
-    std::cout << "  Band " << band + 1 << ": " << parameterText (model, band, Kind::frequency) << ", "
-              << parameterText (model, band, Kind::gain) << ", "
-              << (model.getBandValue (band, Kind::highShelf) != 0.0f ? std::string ("high shelf")
-                                                                     : parameterText (model, band, Kind::q))
-              << ", " << parameterText (model, band, Kind::midSide)
-              << (model.getBandValue (band, Kind::solo) == 1.0f ? ", solo" : "")
-              << (model.getBandValue (band, Kind::bypass) == 1.0f ? ", bypassed" : "") << '\n';
-}
-
 std::string peakText (float peak)
 {
     if (peak <= 0.0f)
@@ -65,7 +45,9 @@ void noteSurprises (const EqualiserSettings& settings, OfflineRenderer& renderer
     if (settings.phase != model.filterPhase())
         std::cerr << "Note: above 96 kHz the phase is always linear.\n";
 
-    for (const auto* path : renderer.pathsWithRefusedHighBands())
+    const auto refused = renderer.pathsWithRefusedHighBands();
+
+    for (const auto* path : refused)
         std::cerr << "Note: the cuts above 1500 Hz on " << path
                   << " are too broad and deep for minimum phase, so no band above 1500 Hz does anything there. "
                      "Use --phase linear.\n";
@@ -74,6 +56,15 @@ void noteSurprises (const EqualiserSettings& settings, OfflineRenderer& renderer
 
     if (! model.isStereo && std::any_of (settings.bands.begin(), settings.bands.end(), needsStereo))
         std::cerr << "Note: bands on mid or side do nothing in a mono file.\n";
+
+    // In solo most frequencies are meant to be silent.
+    if (! settings.bands.empty() && ! model.soloActive())
+    {
+        const HeardResponse heard (model.sampleRate, model.isStereo ? 2 : 1, settings);
+
+        for (const auto& note : responseNotes (renderer.processor(), heard, ! refused.empty()))
+            std::cerr << "Note: " << note << '\n';
+    }
 }
 } // namespace
 
@@ -136,7 +127,7 @@ void RenderCommand::report (const AudioInput& source,
               << renderer.delaySamples() << " samples of delay taken off\n";
 
     for (int band = 0; band < static_cast<int> (settings.bands.size()); ++band)
-        describeBand (model, band);
+        std::cout << "  Band " << band + 1 << ": " << describeBand (renderer.processor(), band) << '\n';
 
     if (model.gainScalePercent() != 100.0f)
         std::cout << "  Gain scale " << model.gainScalePercent() << " %\n";

@@ -46,11 +46,24 @@ TEST (BandOptionTest, readsTheWordsInAnyOrder)
 
 TEST (BandOptionTest, passesOverBlanks)
 {
-    const auto band = BandOption::parse (" 1000, 2 ,0.7 , shelf ");
-    EXPECT_EQ (band.frequencyHz, 1000.0f);
+    const auto band = BandOption::parse (" 2000, 2 ,0.7 , shelf ");
+    EXPECT_EQ (band.frequencyHz, 2000.0f);
     EXPECT_EQ (band.gainDb, 2.0f);
     EXPECT_EQ (band.q, 0.7f);
     EXPECT_TRUE (band.highShelf);
+}
+
+TEST (BandOptionTest, readsFrequenciesInThousands)
+{
+    EXPECT_EQ (BandOption::parse ("2.5k,1,1").frequencyHz, 2500.0f);
+    EXPECT_EQ (BandOption::parse ("16K,1,1").frequencyHz, 16000.0f);
+}
+
+TEST (BandOptionTest, takesShelvesAboveTheLowGroupOnly)
+{
+    EXPECT_THAT (refusalOf ("1590,3,1,shelf"), testing::HasSubstr ("a high shelf starts at 1600 Hz"));
+    EXPECT_TRUE (BandOption::parse ("1600,3,1,shelf").highShelf);
+    EXPECT_FALSE (BandOption::parse ("1590,3,1").highShelf);
 }
 
 TEST (BandOptionTest, takesTheEndsOfEveryRange)
@@ -67,7 +80,7 @@ TEST (BandOptionTest, saysWhatIsWrongAndWhatABandIs)
 
     EXPECT_THAT (refusalOf (""), AllOf (HasSubstr ("needed"), example));
     EXPECT_THAT (refusalOf ("1000,3"), AllOf (HasSubstr ("frequency, gain and Q are needed"), example));
-    EXPECT_THAT (refusalOf ("1k,3,1"), AllOf (HasSubstr ("the frequency '1k' is not a number"), example));
+    EXPECT_THAT (refusalOf ("1kk,3,1"), AllOf (HasSubstr ("the frequency '1k' is not a number"), example));
     EXPECT_THAT (refusalOf ("1000,,1"), HasSubstr ("the gain '' is not a number"));
     EXPECT_THAT (refusalOf ("1000,3,nan"), HasSubstr ("the Q 'nan' is not a number"));
     EXPECT_THAT (refusalOf ("1000,inf,1"), HasSubstr ("the gain 'inf' is not a number"));

@@ -1,7 +1,6 @@
 #include "support/BinaryXml.h"
-#include "support/ProgramRun.h"
+#include "support/ProgramFixture.h"
 #include "support/SignalMatchers.h"
-#include "support/SoundFiles.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -18,50 +17,13 @@ namespace
 {
 using testing::AllOf;
 using testing::ElementsAre;
-using testing::EndsWith;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
-using testing::StartsWith;
 
-/** Runs the finished program, as a user would, in a folder of its own. */
-class ProgramTest : public testing::Test
+class ProgramTest : public ProgramFixture
 {
 protected:
-    ProgramRun solvane (const std::vector<std::string>& arguments, ProgramSurroundings surroundings = {})
-    {
-        surroundings.folder = folder.path (".");
-        return runProgram (SOLVANE_PROGRAM, arguments, surroundings);
-    }
-
-    /** Renders and expects success without a word on the error stream. */
-    ProgramRun render (const std::string& input, const std::string& output, std::vector<std::string> options = {})
-    {
-        options.insert (options.begin(), { "render", input, output });
-        auto run = solvane (options);
-        EXPECT_EQ (run.exitCode, 0) << run.errors;
-        EXPECT_EQ (run.errors, "");
-        return run;
-    }
-
-    /** A piece of recorded music in the folder. */
-    void makeInput (const std::string& name, const std::string& options = "-b 16", const std::string& effects = {})
-    {
-        convertWithSox (recordedLoop(), options, folder.path (name), effects);
-    }
-
-    /** Expects the program to fail with a sentence, and to leave nothing. */
-    void expectRefusal (const std::vector<std::string>& arguments, int exitCode, const std::string& text)
-    {
-        const auto before = folder.names();
-        const auto run = solvane (arguments);
-        EXPECT_EQ (run.exitCode, exitCode) << text;
-        EXPECT_EQ (run.output, "");
-        EXPECT_THAT (run.errors, AllOf (StartsWith ("solvane: "), HasSubstr (text), EndsWith (".\n")));
-        EXPECT_EQ (folder.names(), before);
-    }
-
-    TemporaryFolder folder;
     const std::vector<std::string> twoBands { "--band", "600,3,1", "--band", "5000,-4,1.2" };
 };
 

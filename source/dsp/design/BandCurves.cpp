@@ -61,8 +61,9 @@ void BandCurves::designBand (BandMessageName message, float value, const DesignS
 
 void BandCurves::drawBand (int band, const BandDrawing& drawing, const DesignSettings& settings) noexcept
 {
-    auto& curves = settings.soloActive ? soloBandCurves : bandCurves;
-    evaluateBandCurve (bandShapeFor (drawing, band, curveMode, settings), curves[static_cast<std::size_t> (band)]);
+    const auto index = static_cast<std::size_t> (band);
+    shapes[index] = bandShapeFor (drawing, band, curveMode, settings);
+    evaluateBandCurve (shapes[index], settings.soloActive ? soloBandCurves[index] : bandCurves[index]);
 }
 
 void BandCurves::sumBands (const DesignSettings& settings) noexcept
@@ -118,6 +119,11 @@ void BandCurves::sumSolo (const DesignSettings& settings) noexcept
 
     for (auto& value : solo)
         value *= scale;
+}
+
+const BandShape& BandCurves::bandShape (int band) const noexcept
+{
+    return shapes[static_cast<std::size_t> (band)];
 }
 
 std::span<const double> BandCurves::bandCurve (int band) const noexcept

@@ -46,6 +46,9 @@ public:
     void sumSolo (const DesignSettings& settings) noexcept;
 
     [[nodiscard]] BlockProcessorMode mode() const noexcept { return curveMode; }
+
+    /** What a band's curve was last drawn as: its gain as it acts in this mode. Flat before the first design. */
+    [[nodiscard]] const BandShape& bandShape (int band) const noexcept;
     [[nodiscard]] std::span<const double> bandCurve (int band) const noexcept;
     [[nodiscard]] std::span<const double> soloBandCurve (int band) const noexcept;
 
@@ -63,6 +66,7 @@ private:
     using Curve = std::vector<double>;
 
     BlockProcessorMode curveMode;
+    std::array<BandShape, bandCount> shapes {};
     std::array<Curve, bandCount> bandCurves;
     std::array<Curve, bandCount> soloBandCurves;
     Curve high;

@@ -78,13 +78,13 @@ struct BandMessageName
 /** What one band is to be drawn as; the gain is the effective one. */
 struct BandShape
 {
-    float gainDb;
-    float frequencyHz;
-    float q;
-    bool highShelf;
+    float gainDb = 0.0f;
+    float frequencyHz = 0.0f;
+    float q = 0.0f;
+    bool highShelf = false;
 
     /** In Hz: the host's rate or the reduced one. */
-    double designRate;
+    double designRate = 0.0;
 };
 
 /** The gain in dB that a mode's filter gets for a band whose gain parameter is `gainDb`: scaled by the gain scale and

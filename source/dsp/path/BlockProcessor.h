@@ -76,6 +76,9 @@ public:
     /** The sum of all bands as linear magnitude, for the display mode. */
     [[nodiscard]] std::span<const double> displayCurve() const noexcept { return curves.displayCurve(); }
 
+    /** What the bands were drawn as, and their sums, which the taps are fitted to. */
+    [[nodiscard]] const BandCurves& bandCurves() const noexcept { return curves; }
+
     /** The designed taps. */
     [[nodiscard]] const TapSets& taps() const noexcept { return designer.tapSets(); }
 
