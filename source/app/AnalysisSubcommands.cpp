@@ -17,9 +17,17 @@ void addMeasure (CLI::App& app)
         ->add_option ("FILE", command->files, "Sound files, mono or stereo, 44.1 to 192 kHz; - is the standard input")
         ->required();
     measure->add_option ("--preset", command->preset, "Target to compare with: id, name or GROUP/NAME")
+        ->type_name ("PRESET")
         ->capture_default_str();
     measure->add_flag ("--json", command->json, "Print for scripts: an array with an object for each file");
-    measure->add_option ("--picture", command->picture, "PNG file to draw levels, target and adjustments into");
+    measure
+        ->add_option (
+            "--range", command->range, "Part to measure, in seconds or minutes: 30-90, 0:30-1:30, or 30- to the end")
+        ->type_name ("START-END")
+        ->take_last();
+    measure->add_flag ("--quiet", command->quiet, "No notes and no progress bar");
+    measure->add_option ("--picture", command->picture, "PNG file to draw levels, target and adjustments into")
+        ->type_name ("FILE");
     measure->callback ([command] { command->run(); });
 }
 

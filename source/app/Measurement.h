@@ -5,6 +5,7 @@
 
 #include <array>
 #include <string>
+#include <vector>
 
 /** One recording's readings beside a target. Levels in LUFS; what has no reading is not finite. */
 struct Measurement
@@ -14,10 +15,20 @@ struct Measurement
     std::string file;
     double sampleRate = 0.0;
     int channels = 0;
+
+    /** Length of the whole recording. */
     double seconds = 0.0;
+
+    /** The part that was measured, in seconds. */
+    double rangeStart = 0.0;
+    double rangeEnd = 0.0;
+
     float lufs = 0.0f;
     Levels bands {};
     Levels adjustments {};
+
+    /** What a reader has to know about the figures, in sentences. */
+    [[nodiscard]] std::vector<std::string> notes() const;
 };
 
 /** The target as the live analysis takes it: the last value extrapolated where that can be done. */
@@ -28,11 +39,16 @@ struct MeasurementTarget
 
     /** With the group's name before it. */
     std::string title;
+
+    /** False for NO TARGETS, and for USER SETTING, which is set within a session only: nothing to adjust to. */
+    bool exists = true;
+
     float lufs = 0.0f;
     Measurement::Levels values {};
 
     [[nodiscard]] static MeasurementTarget of (const Presets::Library& library, const Presets::Preset& preset);
 
-    /** How far each band has to rise at equal overall loudness, in dB; not finite where there is no reading. */
+    /** How far each band has to rise at equal overall loudness, in dB; not finite where there is no reading, or no
+        target. */
     [[nodiscard]] Measurement::Levels adjustmentsFor (float measuredLufs, const Measurement::Levels& measured) const;
 };

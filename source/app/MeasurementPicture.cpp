@@ -153,9 +153,16 @@ void drawLevels (juce::Graphics& graphics,
 {
     const Diagram diagram { { 90.0f, 60.0f, 1070.0f, 380.0f }, -60.0f, 0.0f, 10.0f };
     drawGrid (graphics, diagram, "Band levels relative to the overall loudness in dB, over frequency in Hz");
-    drawLine (graphics, diagram, atLoudness (target.values, -target.lufs), targetColour, 3.0f);
-    const auto rows = static_cast<int> (measurements.size()) + 1;
-    drawLegend (graphics, diagram, 0, rows, "Target: " + juce::String (target.title), targetColour);
+
+    if (target.exists)
+        drawLine (graphics, diagram, atLoudness (target.values, -target.lufs), targetColour, 3.0f);
+
+    const auto firstRow = target.exists ? 1 : 0;
+    const auto rows = static_cast<int> (measurements.size()) + firstRow;
+
+    if (target.exists)
+        drawLegend (
+            graphics, diagram, 0, rows, "Target: " + juce::String::fromUTF8 (target.title.c_str()), targetColour);
 
     for (std::size_t index = 0; index < measurements.size(); ++index)
     {
@@ -163,14 +170,14 @@ void drawLevels (juce::Graphics& graphics,
         drawLine (graphics, diagram, atLoudness (measurement.bands, -measurement.lufs), colourOf (index), 2.0f);
         drawLegend (graphics,
                     diagram,
-                    static_cast<int> (index) + 1,
+                    static_cast<int> (index) + firstRow,
                     rows,
                     juce::String::fromUTF8 (measurement.file.c_str()).fromLastOccurrenceOf ("/", false, false),
                     colourOf (index));
     }
 }
 
-void drawAdjustments (juce::Graphics& graphics, const std::vector<Measurement>& measurements)
+void drawAdjustments (juce::Graphics& graphics, const std::vector<Measurement>& measurements, bool targetExists)
 {
     auto largest = 12.0f;
 
@@ -182,7 +189,10 @@ void drawAdjustments (juce::Graphics& graphics, const std::vector<Measurement>& 
     const auto step = largest > 24.0f ? 12.0f : 6.0f;
     const auto range = step * std::ceil (std::min (largest, 48.0f) / step);
     const Diagram diagram { { 90.0f, 520.0f, 1070.0f, 290.0f }, -range, range, step };
-    drawGrid (graphics, diagram, "Gain adjustment towards the target in dB, over frequency in Hz");
+    drawGrid (graphics,
+              diagram,
+              targetExists ? "Gain adjustment towards the target in dB, over frequency in Hz"
+                           : "Gain adjustment: none without a target");
 
     for (std::size_t index = 0; index < measurements.size(); ++index)
         drawLine (graphics, diagram, measurements[index].adjustments, colourOf (index), 2.0f);
@@ -217,7 +227,7 @@ void drawMeasurements (const std::vector<Measurement>& measurements,
         graphics.fillAll (background);
         graphics.setFont (15.0f);
         drawLevels (graphics, measurements, target);
-        drawAdjustments (graphics, measurements);
+        drawAdjustments (graphics, measurements, target.exists);
     }
 
     AtomicFile file (fileFor (path));

@@ -24,22 +24,29 @@ bool standardErrorIsTerminal()
 }
 } // namespace
 
-ProgressBar::ProgressBar (std::string labelToUse)
-    : label (std::move (labelToUse)), onTerminal (standardErrorIsTerminal())
+ProgressBar::ProgressBar (std::string labelToUse, bool quiet)
+    : label (std::move (labelToUse)), shown (! quiet && standardErrorIsTerminal())
 {
 }
 
 ProgressBar::~ProgressBar()
 {
-    if (onTerminal)
+    clear();
+}
+
+void ProgressBar::clear()
+{
+    if (shown)
         std::cerr << "\r\033[K" << std::flush;
+
+    lastShown = {};
 }
 
 void ProgressBar::show (double fraction)
 {
     const auto now = std::chrono::steady_clock::now();
 
-    if (! onTerminal || (now - lastShown < redrawInterval && fraction < 1.0))
+    if (! shown || (now - lastShown < redrawInterval && fraction < 1.0))
         return;
 
     lastShown = now;

@@ -7,7 +7,8 @@
 class ProgressBar
 {
 public:
-    explicit ProgressBar (std::string label);
+    /** @param quiet shows nothing on a terminal either */
+    explicit ProgressBar (std::string label, bool quiet = false);
 
     /** Wipes the bar, so that the next line stands alone. */
     ~ProgressBar();
@@ -18,8 +19,11 @@ public:
     /** @param fraction 0 to 1 */
     void show (double fraction);
 
+    /** Wipes the bar for something else to be printed, until it is shown again. */
+    void clear();
+
 private:
     const std::string label;
-    const bool onTerminal;
+    const bool shown;
     std::chrono::steady_clock::time_point lastShown {};
 };
