@@ -10,7 +10,7 @@ build=(g++ make cmake ninja-build ccache pkg-config ca-certificates
     libgl-dev libflac-dev libpng-dev libjpeg-dev zlib1g-dev libcurl4-gnutls-dev)
 sound=(sonic-pi-samples)
 test=(libgtest-dev libgmock-dev lilv-utils lv2-dev lv2file python3 sordi sox libsox-fmt-mp3 ffmpeg libebur128-dev
-    xvfb openbox libxtst-dev)
+    groff-base zsh xvfb openbox libxtst-dev)
 fuzz=(clang-14 libclang-rt-14-dev)
 bench=(libbenchmark-dev)
 peers=(lsp-plugins-vst iem-plugin-suite-vst)

@@ -1,6 +1,7 @@
 #include "app/AnalysisSubcommands.h"
 
 #include "app/MeasureCommand.h"
+#include "app/ParamsCommand.h"
 #include "app/PresetsCommand.h"
 #include "app/StateCommand.h"
 
@@ -31,6 +32,15 @@ void addMeasure (CLI::App& app)
     measure->callback ([command] { command->run(); });
 }
 
+void addParams (CLI::App& app)
+{
+    auto command = std::make_shared<ParamsCommand>();
+    auto* params = app.add_subcommand ("params", "List the parameters as a host sees them.");
+
+    params->add_flag ("--json", command->json, "Print for scripts: an array with an object for each parameter");
+    params->callback ([command] { command->run(); });
+}
+
 void addPresets (CLI::App& app)
 {
     auto command = std::make_shared<PresetsCommand>();
@@ -46,6 +56,7 @@ void addState (CLI::App& app)
     auto* state = app.add_subcommand ("state", "Say what a saved session block holds.");
 
     state->add_option ("FILE", command->file, "The block as a host stored it")->required();
+    state->add_flag ("--json", command->json, "Print for scripts: an object");
     state->callback ([command] { command->run(); });
 }
 } // namespace
@@ -54,5 +65,6 @@ void addAnalysisSubcommands (CLI::App& app)
 {
     addMeasure (app);
     addPresets (app);
+    addParams (app);
     addState (app);
 }

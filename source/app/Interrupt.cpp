@@ -2,15 +2,18 @@
 
 #include "app/CommandError.h"
 
+#include <atomic>
 #include <csignal>
 
 namespace
 {
-volatile std::sig_atomic_t requested = 0;
+/** Without a lock, so that a handler may write it while files are rendered on several threads. */
+std::atomic<bool> requested { false };
+static_assert (std::atomic<bool>::is_always_lock_free);
 
 void request (int)
 {
-    requested = 1;
+    requested = true;
 }
 
 /** A signal that is ignored stays so: a program started with nohup outlives its terminal. */
@@ -38,6 +41,6 @@ void Interrupt::install()
 
 void Interrupt::throwIfRequested()
 {
-    if (requested != 0)
+    if (requested)
         throw CommandError (ExitCode::interrupted, "Interrupted; nothing was written.");
 }

@@ -3,6 +3,8 @@
 /** `solvane params`: the parameters as a host sees them. */
 struct ParamsCommand
 {
-    /** Prints the table. */
+    bool json = false;
+
+    /** Prints the list. */
     void run() const;
 };

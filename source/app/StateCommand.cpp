@@ -1,15 +1,17 @@
 #include "app/StateCommand.h"
 
-#include "app/CommandError.h"
-#include "app/FileArgument.h"
+#include "app/SessionFile.h"
 #include "core/parameters/ParameterTable.h"
 #include "core/session/SessionXml.h"
 
 #include <juce_data_structures/juce_data_structures.h>
+#include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <cmath>
 #include <iostream>
+#include <utility>
+#include <vector>
 
 namespace
 {
@@ -64,20 +66,41 @@ void describeParameters (const juce::XmlElement& tree, const juce::String& inden
         std::cout << indent << "every parameter at its default\n";
 }
 
+bool isTargetSet (const juce::XmlElement& settings)
+{
+    return settings.getBoolAttribute ("target-set-user", false)
+           && ! std::isnan (SessionXml::getDecimal (settings, "lufs-overall"));
+}
+
+int scaleOf (const juce::XmlElement& settings)
+{
+    const auto scale = settings.getIntAttribute ("db-scale", defaultScaleDb);
+    return scale > 0 ? scale : defaultScaleDb;
+}
+
+/** The comparison stores that hold something, with their letters. */
+std::vector<std::pair<std::string, const juce::XmlElement*>> storesOf (const juce::XmlElement& root)
+{
+    std::vector<std::pair<std::string, const juce::XmlElement*>> stores;
+
+    for (const auto* name : { "parameterStoreA", "parameterStoreB" })
+        if (const auto* store = lastChild (root, name); store != nullptr && store->getFirstChildElement() != nullptr)
+            stores.emplace_back (juce::String (name).getLastCharacters (1).toStdString(),
+                                 store->getFirstChildElement());
+
+    return stores;
+}
+
 void describeSettings (const juce::XmlElement& settings)
 {
-    const auto isTargetSet = settings.getBoolAttribute ("target-set-user", false)
-                             && ! std::isnan (SessionXml::getDecimal (settings, "lufs-overall"));
-    const auto scale = settings.getIntAttribute ("db-scale", defaultScaleDb);
-
-    std::cout << "Target of the user's: " << (isTargetSet ? "set" : "not set") << ", "
+    std::cout << "Target of the user's: " << (isTargetSet (settings) ? "set" : "not set") << ", "
               << settings.getStringAttribute ("lufs-overall", "0") << " LUFS, bands";
 
     for (int band = 0; band < 10; ++band)
         std::cout << ' ' << settings.getStringAttribute ("lufs-" + juce::String (band), "0");
 
     std::cout << "\nWindow: " << settings.getIntAttribute ("width", 0) << " by "
-              << settings.getIntAttribute ("height", 0) << "\nRoom scale: " << (scale > 0 ? scale : defaultScaleDb)
+              << settings.getIntAttribute ("height", 0) << "\nRoom scale: " << scaleOf (settings)
               << " dB\nComparison: " << (settings.getBoolAttribute ("comparison-A-selected", false) ? "A" : "B")
               << " selected\n"
               << "Highest thread priority: " << settings.getIntAttribute ("max-thread-priority", 0) << '\n';
@@ -93,34 +116,95 @@ void describeTrack (const juce::XmlElement& track)
                   << loop->getIntAttribute ("end-samples", 0)
                   << (loop->getBoolAttribute ("active", false) ? ", in use\n" : ", not in use\n");
 }
+void printText (const juce::XmlElement& root)
+{
+    std::cout << "Parameters that differ from their defaults:\n";
+    describeParameters (root, "  ");
+
+    if (const auto* settings = lastChild (root, "settings"))
+        describeSettings (*settings);
+
+    for (const auto* track : root.getChildWithTagNameIterator ("reference-track"))
+        describeTrack (*track);
+
+    for (const auto& [letter, store] : storesOf (root))
+    {
+        std::cout << "Comparison store " << letter << ":\n";
+        describeParameters (*store, "  ");
+    }
+}
+
+nlohmann::json numberOrNull (float value)
+{
+    return std::isfinite (value) ? nlohmann::json (value) : nlohmann::json();
+}
+
+/** Every parameter with its plain value. */
+nlohmann::json parametersToJson (const juce::XmlElement& tree)
+{
+    auto values = nlohmann::json::object();
+
+    for (const auto& row : ParameterTable::rows())
+        values[row.id.toStdString()] = valueOf (tree, row);
+
+    return values;
+}
+
+nlohmann::json settingsToJson (const juce::XmlElement& settings)
+{
+    auto levels = nlohmann::json::array();
+
+    for (int band = 0; band < 10; ++band)
+        levels.push_back (numberOrNull (SessionXml::getDecimal (settings, "lufs-" + juce::String (band))));
+
+    return { { "targetSet", isTargetSet (settings) },
+             { "targetLufs", numberOrNull (SessionXml::getDecimal (settings, "lufs-overall")) },
+             { "targetBands", levels },
+             { "window", { settings.getIntAttribute ("width", 0), settings.getIntAttribute ("height", 0) } },
+             { "scaleDb", scaleOf (settings) },
+             { "comparison", settings.getBoolAttribute ("comparison-A-selected", false) ? "A" : "B" },
+             { "maxThreadPriority", settings.getIntAttribute ("max-thread-priority", 0) } };
+}
+
+nlohmann::json trackToJson (const juce::XmlElement& track)
+{
+    auto loops = nlohmann::json::array();
+
+    for (const auto* loop : track.getChildWithTagNameIterator ("loop"))
+        loops.push_back ({ { "start", loop->getIntAttribute ("start-samples", 0) },
+                           { "end", loop->getIntAttribute ("end-samples", 0) },
+                           { "active", loop->getBoolAttribute ("active", false) } });
+
+    return { { "name", track.getStringAttribute ("display-name").toStdString() },
+             { "file", track.getStringAttribute ("file-path").toStdString() },
+             { "loops", loops } };
+}
+
+void printJson (const juce::XmlElement& root)
+{
+    const auto* settings = lastChild (root, "settings");
+    nlohmann::json state { { "parameters", parametersToJson (root) },
+                           { "settings", settings != nullptr ? settingsToJson (*settings) : nlohmann::json() },
+                           { "referenceTracks", nlohmann::json::array() },
+                           { "stores", nlohmann::json::object() } };
+
+    for (const auto* track : root.getChildWithTagNameIterator ("reference-track"))
+        state["referenceTracks"].push_back (trackToJson (*track));
+
+    for (const auto& [letter, store] : storesOf (root))
+        state["stores"][letter] = parametersToJson (*store);
+
+    std::cout << state.dump (1) << '\n';
+}
 } // namespace
 
 void StateCommand::run() const
 {
     juce::MemoryBlock block;
-    const auto source = fileFor (file);
+    const auto root = SessionFile::load (file, block);
 
-    if (! source.existsAsFile() || ! source.loadFileAsData (block))
-        throw CommandError (ExitCode::unreadableInput, "'" + file + "' cannot be read.");
-
-    const auto root = SessionXml::parse (block.getData(), static_cast<int> (block.getSize()));
-
-    if (root == nullptr || ! root->hasTagName ("ZVQ_Processor"))
-        throw CommandError (ExitCode::unreadableInput, "'" + file + "' is not a session block of SOLVANE.");
-
-    std::cout << "Parameters that differ from their defaults:\n";
-    describeParameters (*root, "  ");
-
-    if (const auto* settings = lastChild (*root, "settings"))
-        describeSettings (*settings);
-
-    for (const auto* track : root->getChildWithTagNameIterator ("reference-track"))
-        describeTrack (*track);
-
-    for (const auto* name : { "parameterStoreA", "parameterStoreB" })
-        if (const auto* store = lastChild (*root, name); store != nullptr && store->getFirstChildElement() != nullptr)
-        {
-            std::cout << "Comparison store " << juce::String (name).getLastCharacters (1) << ":\n";
-            describeParameters (*store->getFirstChildElement(), "  ");
-        }
+    if (json)
+        printJson (*root);
+    else
+        printText (*root);
 }

@@ -6,6 +6,7 @@
 struct StateCommand
 {
     std::string file;
+    bool json = false;
 
     /** Throws CommandError when the file is no session block. */
     void run() const;
