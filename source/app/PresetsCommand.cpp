@@ -21,6 +21,7 @@ void printJson (const Presets::Library& library)
                               { "group", group.name.toStdString() },
                               { "name", preset.name.toStdString() },
                               { "lufs", preset.lufs },
+                              { "frequencies", analysisCentresHz },
                               { "values", preset.values },
                               { "valuesInUse", MeasurementTarget::of (library, preset).values } });
 

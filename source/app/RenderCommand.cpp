@@ -1,152 +1,119 @@
 #include "app/RenderCommand.h"
 
-#include "app/AudioInput.h"
-#include "app/AudioOutput.h"
-#include "app/BandDescription.h"
 #include "app/CommandError.h"
-#include "app/Interrupt.h"
-#include "app/OfflineRenderer.h"
-#include "app/OutputFormat.h"
-#include "app/PresetChoice.h"
-#include "app/ProgressBar.h"
-#include "app/ResponseNotes.h"
-#include "app/ServedAudio.h"
+#include "app/OutputFolder.h"
+#include "app/RenderPool.h"
+#include "app/RenderReport.h"
 #include "app/StandardStreams.h"
 
 #include <algorithm>
-#include <cmath>
-#include <iomanip>
 #include <iostream>
 #include <optional>
-#include <sstream>
+#include <thread>
 
 namespace
 {
-std::string peakText (float peak)
+constexpr auto moreHelp = " 'solvane render --help' says more.";
+
+/** Prints each result in its turn, and keeps the count of what failed. */
+class Printer
 {
-    if (peak <= 0.0f)
-        return "silent";
+public:
+    Printer (bool asJson, bool isQuiet, bool isAlone) : json (asJson), quiet (isQuiet), alone (isAlone) {}
 
-    const auto level = std::round (2000.0 * std::log10 (static_cast<double> (peak))) / 100.0;
-    std::ostringstream text;
-    text << "peak " << std::fixed << std::setprecision (2) << (level == 0.0 ? 0.0 : level) << " dBFS";
-    return text.str();
-}
-
-/** Says where the result will be other than the settings let one expect. */
-void noteSurprises (const EqualiserSettings& settings, OfflineRenderer& renderer)
-{
-    const auto& model = renderer.processor().model;
-
-    if (model.filterMode() == FilterMode::master && ! model.canUseMasterMode())
-        std::cerr << "Note: Master is made for gains within 4 dB and a Q of up to 1.5, and holds larger gains at 4 dB. "
-                     "Use --mode mix for more.\n";
-
-    if (settings.phase != model.filterPhase())
-        std::cerr << "Note: above 96 kHz the phase is always linear.\n";
-
-    const auto refused = renderer.pathsWithRefusedHighBands();
-
-    for (const auto* path : refused)
-        std::cerr << "Note: the cuts above 1500 Hz on " << path
-                  << " are too broad and deep for minimum phase, so no band above 1500 Hz does anything there. "
-                     "Use --phase linear.\n";
-
-    const auto needsStereo = [] (const BandOption& band) { return band.midSide != 0.5f; };
-
-    if (! model.isStereo && std::any_of (settings.bands.begin(), settings.bands.end(), needsStereo))
-        std::cerr << "Note: bands on mid or side do nothing in a mono file.\n";
-
-    // In solo most frequencies are meant to be silent.
-    if (! settings.bands.empty() && ! model.soloActive())
+    void skip (const RenderRequest& request)
     {
-        const HeardResponse heard (model.sampleRate, model.isStereo ? 2 : 1, settings);
+        list.push_back ({ { "input", request.input }, { "output", request.output }, { "skipped", true } });
 
-        for (const auto& note : responseNotes (renderer.processor(), heard, ! refused.empty()))
-            std::cerr << "Note: " << note << '\n';
+        if (! json && ! quiet)
+            std::cout << "Kept:   " << request.output << " is there already\n";
     }
-}
+
+    void show (const RenderResult& result)
+    {
+        if (json)
+            list.push_back (RenderReport::toJson (result));
+        else if (! quiet)
+            RenderReport::print (result);
+
+        if (! quiet)
+            for (const auto& note : result.notes)
+                std::cerr << "Note: " << (alone ? "" : result.input + ": ") << note << '\n';
+    }
+
+    void show (const RenderRequest& request, const CommandError& error)
+    {
+        ++failed;
+        list.push_back ({ { "input", request.input }, { "output", request.output }, { "error", error.what() } });
+        std::cerr << "solvane: " << error.what() << '\n';
+    }
+
+    void finish() const
+    {
+        if (json)
+            std::cout << list.dump (1) << '\n';
+    }
+
+    [[nodiscard]] std::size_t failedCount() const noexcept { return failed; }
+
+private:
+    const bool json;
+    const bool quiet;
+    const bool alone;
+    nlohmann::json list = nlohmann::json::array();
+    std::size_t failed = 0;
+};
 } // namespace
+
+std::vector<RenderRequest> RenderCommand::requests() const
+{
+    if (! folder.empty())
+        return OutputFolder::requestsFor (files, folder, common);
+
+    if (files.size() < 2)
+        throw CommandError (ExitCode::badArguments, std::string ("OUT is required.") + moreHelp);
+
+    if (files.size() > 2)
+        throw CommandError (ExitCode::badArguments,
+                            "The following argument was not expected: " + files[2]
+                                + ". Several files need --into FOLDER." + moreHelp);
+
+    auto request = common;
+    request.input = files[0];
+    request.output = files[1];
+    return { request };
+}
 
 void RenderCommand::run() const
 {
+    const auto all = requests();
+    const auto alone = folder.empty();
     std::optional<StandardStreams::PrintToErrors> outputIsSound;
 
-    if (StandardStreams::isMeant (output))
+    if (alone && StandardStreams::isMeant (all.front().output))
         outputIsSound.emplace();
 
-    auto source = AudioInput::fromArgument (input);
-    requireServedAudio (source, input);
-    const auto storedAs = OutputFormat::choose (format, output, source.encoding());
+    const auto cores = static_cast<int> (std::max (1u, std::thread::hardware_concurrency()));
+    Printer printer (json, quiet, alone);
 
-    OfflineRenderer renderer (source.sampleRate(), source.channelCount(), blockSize, settings);
-    selectPreset (renderer.processor());
-    noteSurprises (settings, renderer);
+    RenderPool pool (all, jobs > 0 ? jobs : cores);
+    pool.run (quiet,
+              [&] (const RenderRequest& request, const RenderPool::Outcome& outcome)
+              {
+                  if (outcome.skipped)
+                      printer.skip (request);
+                  else if (outcome.error.has_value() && alone)
+                      throw CommandError (*outcome.error);
+                  else if (outcome.error.has_value())
+                      printer.show (request, *outcome.error);
+                  else
+                      printer.show (*outcome.result);
+              });
 
-    AudioOutput result (output,
-                        { storedAs, source.sampleRate(), source.channelCount(), source.length(), source.extras() });
+    printer.finish();
 
-    {
-        ProgressBar progress ("Rendering");
-
-        renderer.render (
-            source.length(),
-            [&] (juce::AudioBuffer<float>& block, juce::int64 start, int count)
-            {
-                Interrupt::throwIfRequested();
-                source.read (block, start, count);
-                progress.show (static_cast<double> (start) / static_cast<double> (source.length()));
-            },
-            [&] (const juce::AudioBuffer<float>& block, int start, int count) { result.write (block, start, count); });
-    }
-
-    Interrupt::throwIfRequested();
-    result.commit();
-    report (source, storedAs, renderer, result);
-}
-
-void RenderCommand::selectPreset (VelmoraAudioProcessor& processor) const
-{
-    if (! preset.empty())
-        processor.model.setParameterValue (ParameterIds::currentPreset,
-                                           static_cast<float> (PresetChoice::find (processor.presets, preset).id));
-}
-
-void RenderCommand::report (const AudioInput& source,
-                            const SoundEncoding& storedAs,
-                            OfflineRenderer& renderer,
-                            const AudioOutput& result) const
-{
-    const auto& model = renderer.processor().model;
-
-    std::cout << "Input:  " << input << " (" << source.formatName() << ", " << source.sampleRate() << " Hz, "
-              << (source.channelCount() == 1 ? "mono" : "stereo") << ", " << std::fixed << std::setprecision (2)
-              << static_cast<double> (source.length()) / source.sampleRate() << " s)\n"
-              << "Filter: " << (model.filterMode() == FilterMode::mix ? "Mix" : "Master") << ", "
-              << (model.filterPhase() == FilterPhase::linear ? "linear" : "minimum") << " phase, "
-              << renderer.delaySamples() << " samples of delay taken off\n";
-
-    for (int band = 0; band < static_cast<int> (settings.bands.size()); ++band)
-        std::cout << "  Band " << band + 1 << ": " << describeBand (renderer.processor(), band) << '\n';
-
-    if (model.gainScalePercent() != 100.0f)
-        std::cout << "  Gain scale " << model.gainScalePercent() << " %\n";
-
-    if (model.outputGainDb() != 0.0f)
-        std::cout << "  Output gain " << model.outputGainDb() << " dB\n";
-
-    if (! preset.empty())
-    {
-        const auto& presets = renderer.processor().presets;
-        const auto& chosen = presets.currentPreset();
-        std::cout << "  Preset " << presets.groupName (chosen) << '/' << chosen.name
-                  << " (a target; it changes no sound)\n";
-    }
-
-    std::cout << "Result: " << output << " (" << storedAs.description() << ", " << peakText (result.peak()) << ")\n";
-
-    if (result.clippedCount() > 0 && storedAs.wholeNumberBits() > 0)
-        std::cerr << "Note: " << result.clippedCount()
-                  << " samples were louder than full scale and were cut. Lower --output-gain, or choose a --format of "
-                     "floating point.\n";
+    if (printer.failedCount() > 0)
+        throw CommandError (ExitCode::failure,
+                            std::to_string (printer.failedCount()) + " of " + std::to_string (all.size())
+                                + " files could not be rendered.");
 }

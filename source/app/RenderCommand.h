@@ -1,34 +1,35 @@
 #pragma once
 
-#include "app/EqualiserSettings.h"
+#include "app/RenderTask.h"
 
 #include <string>
+#include <vector>
 
-class AudioInput;
-class AudioOutput;
-class OfflineRenderer;
-class VelmoraAudioProcessor;
-struct SoundEncoding;
-
-/** `solvane render`: one file through the equaliser into another. */
+/** `solvane render`: a file through the equaliser into another, or many into a folder. */
 struct RenderCommand
 {
-    std::string input;
-    std::string output;
-    std::string format;
+    /** The input and the output; where `folder` is given, inputs alone. */
+    std::vector<std::string> files;
 
-    /** Id or name of the preset to select, or nothing. */
-    std::string preset;
-    int blockSize = 512;
-    EqualiserSettings settings;
+    /** Where the results go, under the names of their inputs; made if it is not there. */
+    std::string folder;
 
-    /** Renders, and prints what was done. Throws CommandError. */
+    /** Files at a time; 0 for as many as there are processor cores. */
+    int jobs = 0;
+
+    /** Prints for scripts. */
+    bool json = false;
+
+    /** Prints nothing but errors. */
+    bool quiet = false;
+
+    /** What all files share. */
+    RenderRequest common;
+
+    /** Renders, and prints what was done. A file of several that fails is told on the error stream and leaves the
+        others rendered. Throws CommandError, also in the end where one of several files failed. */
     void run() const;
 
 private:
-    void selectPreset (VelmoraAudioProcessor& processor) const;
-    void report (const AudioInput& source,
-                 const SoundEncoding& storedAs,
-                 OfflineRenderer& renderer,
-                 const AudioOutput& result) const;
+    [[nodiscard]] std::vector<RenderRequest> requests() const;
 };

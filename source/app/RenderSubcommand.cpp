@@ -1,9 +1,12 @@
 #include "app/RenderSubcommand.h"
 
+#include "app/BandsFile.h"
 #include "app/CommandError.h"
 #include "app/OptionChecks.h"
 #include "app/RenderCommand.h"
+#include "app/SessionFile.h"
 
+#include <functional>
 #include <memory>
 
 namespace
@@ -26,22 +29,71 @@ constexpr auto example =
 struct RenderOptions
 {
     RenderCommand command;
+    std::string input;
+    std::vector<std::string> others;
     std::vector<std::string> bands;
+    std::string bandsFile;
+    std::string stateFile;
+    bool keepOld = false;
+
     std::string phase = "linear";
     std::string mode = "master";
+    float gainScalePercent = 100.0f;
+    float outputGainDb = 0.0f;
 
-    /** Reads what the parser has left as text, and renders. */
-    void run()
+    /** Which of the four were given, and so count more than a session. */
+    std::function<bool (const char* option)> isGiven;
+
+    [[nodiscard]] EqualiserSettings settings() const
     {
+        EqualiserSettings result;
+
+        if (! stateFile.empty())
+            result = SessionFile::equaliserSettings (stateFile);
+
+        if (! bandsFile.empty())
+            result.bands = BandsFile::read (bandsFile);
+
+        for (const auto& band : bands)
+            result.bands.push_back (BandOption::parse (band));
+
         if (bands.size() > bandCount)
             throw CommandError (ExitCode::badArguments,
                                 "--band was given " + std::to_string (bands.size()) + " times; there are ten bands.");
 
-        for (const auto& band : bands)
-            command.settings.bands.push_back (BandOption::parse (band));
+        if (result.bands.size() > bandCount)
+            throw CommandError (ExitCode::badArguments,
+                                "--bands and --band give " + std::to_string (result.bands.size())
+                                    + " bands together; there are ten.");
 
-        command.settings.phase = phase == "minimum" ? FilterPhase::minimum : FilterPhase::linear;
-        command.settings.mode = mode == "mix" ? FilterMode::mix : FilterMode::master;
+        const auto counts = [this] (const char* option) { return stateFile.empty() || isGiven (option); };
+
+        if (counts ("--phase"))
+            result.phase = phase == "minimum" ? FilterPhase::minimum : FilterPhase::linear;
+
+        if (counts ("--mode"))
+            result.mode = mode == "mix" ? FilterMode::mix : FilterMode::master;
+
+        if (counts ("--gain-scale"))
+            result.gainScalePercent = gainScalePercent;
+
+        if (counts ("--output-gain"))
+            result.outputGainDb = outputGainDb;
+
+        return result;
+    }
+
+    /** Reads what the parser has left as text, and renders. */
+    void run()
+    {
+        using Existing = RenderRequest::Existing;
+        command.files = { input };
+        command.files.insert (command.files.end(), others.begin(), others.end());
+        command.common.settings = settings();
+
+        if (keepOld)
+            command.common.existing = command.folder.empty() ? Existing::refuse : Existing::skip;
+
         command.run();
     }
 };
@@ -51,20 +103,52 @@ void addRenderSubcommand (CLI::App& app)
 {
     const auto options = std::make_shared<RenderOptions>();
     auto& command = options->command;
-    auto* render = app.add_subcommand ("render", "Equalise a sound file into another.");
+    auto* render = app.add_subcommand ("render", "Equalise a sound file into another, or many into a folder.");
     render->footer (example);
-    auto& settings = command.settings;
 
-    render->add_option ("IN", command.input, "Sound file, mono or stereo, 44.1 to 192 kHz; - is the standard input")
+    render->add_option ("IN", options->input, "Sound file, mono or stereo, 44.1 to 192 kHz; - is the standard input")
         ->required()
         ->type_name ("");
-    render->add_option ("OUT", command.output, "File to write, as its ending says; may be IN; - is the standard output")
-        ->required()
+    render
+        ->add_option (
+            "OUT",
+            options->others,
+            "File to write, as its ending says; may be IN; - is the standard output; with --into, more files to read")
         ->type_name ("");
-    render->add_option ("--band", options->bands, bandText)
-        ->type_name ("FREQ,GAIN,Q[,shelf][,ms=VALUE][,solo][,bypass]")
-        ->expected (1)
-        ->multi_option_policy (CLI::MultiOptionPolicy::TakeAll);
+    render
+        ->add_option (
+            "--into",
+            command.folder,
+            "Folder that takes a result for each file that is named, under its own name; made if it is not there")
+        ->type_name ("FOLDER")
+        ->take_last();
+    render
+        ->add_option (
+            "--jobs", command.jobs, "Files at a time, 1 to 256; as many as there are processor cores, unless given")
+        ->type_name ("N")
+        ->take_last()
+        ->check (wholeNumberWithin (1, 256));
+    render->add_flag ("--no-overwrite", options->keepOld, "Leave a file alone that stands there already");
+    auto* band = render->add_option ("--band", options->bands, bandText)
+                     ->type_name ("FREQ,GAIN,Q[,shelf][,ms=VALUE][,solo][,bypass]")
+                     ->expected (1)
+                     ->allow_extra_args (false)
+                     ->multi_option_policy (CLI::MultiOptionPolicy::TakeAll);
+    auto* bandsFile = render
+                          ->add_option ("--bands",
+                                        options->bandsFile,
+                                        "Text file of bands, one to a line as for --band; # begins a comment")
+                          ->type_name ("FILE")
+                          ->take_last();
+    render
+        ->add_option ("--state",
+                      options->stateFile,
+                      "Session block as a host stored it, for all settings; --mode, --phase, --gain-scale and\n"
+                      "--output-gain count more where they are given")
+        ->type_name ("FILE")
+        ->take_last()
+        ->excludes (band)
+        ->excludes (bandsFile);
     setUp (render->add_option (
                "--phase", options->phase, "Phase of the bands above 1500 Hz; those below are always linear"),
            "linear|minimum")
@@ -75,27 +159,31 @@ void addRenderSubcommand (CLI::App& app)
                             "mix: long filters, gains of up to 12 dB; master: short filters, gains held within 4 dB"),
         "mix|master")
         ->check (eitherOf ("mix", "master"));
-    setUp (render->add_option ("--gain-scale", settings.gainScalePercent, "Scales the gains of all bands, 0 to 200"),
+    setUp (render->add_option ("--gain-scale", options->gainScalePercent, "Scales the gains of all bands, 0 to 200"),
            "PERCENT")
         ->check (numberWithin (0.0, 200.0, " percent"));
-    setUp (render->add_option ("--output-gain", settings.outputGainDb, "Gain behind the equaliser, -12 to 12"), "DB")
+    setUp (render->add_option ("--output-gain", options->outputGainDb, "Gain behind the equaliser, -12 to 12"), "DB")
         ->check (numberWithin (-12.0, 12.0, " dB"));
     render
-        ->add_option (
-            "--preset", command.preset, "Preset to select: id, name or GROUP/NAME. A target; it changes no sound")
+        ->add_option ("--preset",
+                      command.common.preset,
+                      "Preset to select: id, name or GROUP/NAME. A target; it changes no sound")
         ->type_name ("PRESET")
         ->take_last();
-    setUp (
-        render->add_option ("--block", command.blockSize, "Samples a block, 1 to 8192; changes nothing that is heard"),
-        "N")
+    setUp (render->add_option (
+               "--block", command.common.blockSize, "Samples a block, 1 to 8192; changes nothing that is heard"),
+           "N")
         ->check (wholeNumberWithin (1, 8192));
     render
         ->add_option ("--format",
-                      command.format,
+                      command.common.format,
                       "Container and width of OUT, such as wav-16, wav-float, aiff-24, flac-24, caf-32, mp3; without\n"
                       "it, OUT's ending gives the container and IN the width")
         ->type_name ("NAME")
         ->take_last();
+    render->add_flag ("--json", command.json, "Print for scripts: an array with an object for each file");
+    render->add_flag ("--quiet", command.quiet, "Print nothing but errors, and show no progress bar");
 
+    options->isGiven = [render] (const char* option) { return render->count (option) > 0; };
     render->callback ([options] { options->run(); });
 }

@@ -88,7 +88,7 @@ TEST_F (ProgramTest, listsThePresetsByGroup)
     EXPECT_EQ (presets[0]["id"], 1);
 
     for (const auto& preset : presets)
-        for (const auto* key : { "id", "category", "group", "name", "lufs", "values", "valuesInUse" })
+        for (const auto* key : { "id", "category", "group", "name", "lufs", "frequencies", "values", "valuesInUse" })
             EXPECT_TRUE (preset.contains (key)) << key;
 }
 

@@ -1,0 +1,104 @@
+#include "app/RenderReport.h"
+
+#include <cmath>
+#include <iomanip>
+#include <iostream>
+#include <sstream>
+
+namespace
+{
+/** Not finite for silence. */
+double peakDb (float peak)
+{
+    const auto level = std::round (2000.0 * std::log10 (static_cast<double> (peak))) / 100.0;
+    return level == 0.0 ? 0.0 : level;
+}
+
+std::string peakText (float peak)
+{
+    if (peak <= 0.0f)
+        return "silent";
+
+    std::ostringstream text;
+    text << "peak " << std::fixed << std::setprecision (2) << peakDb (peak) << " dBFS";
+    return text.str();
+}
+
+const char* modeText (FilterMode mode)
+{
+    return mode == FilterMode::mix ? "mix" : "master";
+}
+
+const char* phaseText (FilterPhase phase)
+{
+    return phase == FilterPhase::linear ? "linear" : "minimum";
+}
+
+/** A parameter's value with the digits that it has, and not those of its binary form. */
+double tidy (float value)
+{
+    return std::round (static_cast<double> (value) * 100.0) / 100.0;
+}
+
+nlohmann::json toJson (const RenderResult::Band& band)
+{
+    return { { "number", band.number },
+             { "frequency", tidy (band.asked.frequencyHz) },
+             { "gain", tidy (band.actingGainDb) },
+             { "askedGain", tidy (band.asked.gainDb) },
+             { "q", tidy (band.asked.q) },
+             { "shelf", band.asked.highShelf },
+             { "midSide", tidy (band.asked.midSide) },
+             { "solo", band.asked.solo },
+             { "bypass", band.asked.bypass } };
+}
+} // namespace
+
+void RenderReport::print (const RenderResult& result)
+{
+    std::cout << "Input:  " << result.input << " (" << result.inputFormat << ", " << std::defaultfloat
+              << result.sampleRate << " Hz, " << (result.channels == 1 ? "mono" : "stereo") << ", " << std::fixed
+              << std::setprecision (2) << result.seconds << " s)\n"
+              << "Filter: " << (result.mode == FilterMode::mix ? "Mix" : "Master") << ", " << phaseText (result.phase)
+              << " phase, " << result.delaySamples << " samples of delay taken off\n";
+
+    for (const auto& band : result.bands)
+        std::cout << "  Band " << band.number << ": " << band.text << '\n';
+
+    if (result.gainScalePercent != 100.0f)
+        std::cout << "  Gain scale " << result.gainScalePercent << " %\n";
+
+    if (result.outputGainDb != 0.0f)
+        std::cout << "  Output gain " << result.outputGainDb << " dB\n";
+
+    if (! result.preset.empty())
+        std::cout << "  Preset " << result.preset << " (a target; it changes no sound)\n";
+
+    std::cout << "Result: " << result.output << " (" << result.outputFormat << ", " << peakText (result.peak) << ")\n";
+}
+
+nlohmann::json RenderReport::toJson (const RenderResult& result)
+{
+    auto bands = nlohmann::json::array();
+
+    for (const auto& band : result.bands)
+        bands.push_back (::toJson (band));
+
+    return { { "input", result.input },
+             { "output", result.output },
+             { "inputFormat", result.inputFormat },
+             { "outputFormat", result.outputFormat },
+             { "sampleRate", result.sampleRate },
+             { "channels", result.channels },
+             { "seconds", result.seconds },
+             { "mode", modeText (result.mode) },
+             { "phase", phaseText (result.phase) },
+             { "delaySamples", result.delaySamples },
+             { "bands", bands },
+             { "gainScale", tidy (result.gainScalePercent) },
+             { "outputGain", tidy (result.outputGainDb) },
+             { "preset", result.preset.empty() ? nlohmann::json() : nlohmann::json (result.preset) },
+             { "peakDb", result.peak > 0.0f ? nlohmann::json (peakDb (result.peak)) : nlohmann::json() },
+             { "clippedSamples", result.clipped },
+             { "notes", result.notes } };
+}

@@ -1,0 +1,142 @@
+#include "app/RenderTask.h"
+
+#include "app/BandDescription.h"
+#include "app/CommandError.h"
+#include "app/FileArgument.h"
+#include "app/Interrupt.h"
+#include "app/OutputFormat.h"
+#include "app/PresetChoice.h"
+#include "app/ResponseNotes.h"
+#include "app/ServedAudio.h"
+#include "app/StandardStreams.h"
+
+#include <algorithm>
+
+namespace
+{
+SoundEncoding encodingFor (const RenderRequest& request, const AudioInput& source)
+{
+    requireServedAudio (source, request.input);
+    return OutputFormat::choose (request.format, request.output, source.encoding());
+}
+
+/** Looks before anything is opened. */
+const RenderRequest& checked (const RenderRequest& request)
+{
+    if (request.existing == RenderRequest::Existing::refuse && ! StandardStreams::isMeant (request.output)
+        && fileFor (request.output).exists())
+        throw CommandError (ExitCode::unwritableOutput,
+                            "'" + request.output + "' is there already, and --no-overwrite was given.");
+
+    return request;
+}
+
+/** Where the result will be other than the settings let one expect. */
+std::vector<std::string> notesOn (const EqualiserSettings& settings, OfflineRenderer& renderer)
+{
+    std::vector<std::string> notes;
+    const auto& model = renderer.processor().model;
+
+    if (model.filterMode() == FilterMode::master && ! model.canUseMasterMode())
+        notes.emplace_back (
+            "Master is made for gains within 4 dB and a Q of up to 1.5, and holds larger gains at 4 dB. "
+            "Use --mode mix for more.");
+
+    if (settings.phase != model.filterPhase())
+        notes.emplace_back ("above 96 kHz the phase is always linear.");
+
+    const auto refused = renderer.pathsWithRefusedHighBands();
+
+    for (const auto* path : refused)
+        notes.push_back (std::string ("the cuts above 1500 Hz on ") + path
+                         + " are too broad and deep for minimum phase, so no band above 1500 Hz does anything there. "
+                           "Use --phase linear.");
+
+    const auto needsStereo = [] (const BandOption& band) { return band.isHeard() && band.midSide != 0.5f; };
+
+    if (! model.isStereo && std::any_of (settings.bands.begin(), settings.bands.end(), needsStereo))
+        notes.emplace_back ("bands on mid or side do nothing in a mono file.");
+
+    if (settings.bypassed)
+        notes.emplace_back ("the session's bypass is left out: its bands act.");
+
+    // In solo most frequencies are meant to be silent.
+    if (! settings.bands.empty() && ! model.soloActive())
+    {
+        const HeardResponse heard (model.sampleRate, model.isStereo ? 2 : 1, settings);
+        const auto more = responseNotes (renderer.processor(), heard, ! refused.empty());
+        notes.insert (notes.end(), more.begin(), more.end());
+    }
+
+    return notes;
+}
+} // namespace
+
+RenderTask::RenderTask (const RenderRequest& request)
+    : source (AudioInput::fromArgument (checked (request).input)),
+      encoding (encodingFor (request, source)),
+      renderer (source.sampleRate(), source.channelCount(), request.blockSize, request.settings),
+      target (request.output,
+              { encoding, source.sampleRate(), source.channelCount(), source.length(), source.extras() })
+{
+    outcome.input = request.input;
+    outcome.output = request.output;
+    outcome.inputFormat = source.formatName();
+    outcome.outputFormat = encoding.description();
+    outcome.sampleRate = source.sampleRate();
+    outcome.channels = source.channelCount();
+    outcome.seconds = static_cast<double> (source.length()) / source.sampleRate();
+    outcome.delaySamples = renderer.delaySamples();
+    selectPreset (request.preset);
+    describeSettings (request.settings);
+    outcome.notes = notesOn (request.settings, renderer);
+}
+
+void RenderTask::selectPreset (const std::string& preset)
+{
+    if (preset.empty())
+        return;
+
+    auto& processor = renderer.processor();
+    const auto& chosen = PresetChoice::find (processor.presets, preset);
+    processor.model.setParameterValue (ParameterIds::currentPreset, static_cast<float> (chosen.id));
+    outcome.preset = (processor.presets.groupName (chosen) + "/" + chosen.name).toStdString();
+}
+
+void RenderTask::describeSettings (const EqualiserSettings& settings)
+{
+    auto& processor = renderer.processor();
+    const auto& model = processor.model;
+    outcome.mode = model.filterMode();
+    outcome.phase = model.filterPhase();
+    outcome.gainScalePercent = model.gainScalePercent();
+    outcome.outputGainDb = model.outputGainDb();
+
+    for (int index = 0; index < static_cast<int> (settings.bands.size()); ++index)
+        if (const auto& band = settings.bands[static_cast<std::size_t> (index)]; band.isHeard())
+            outcome.bands.push_back (
+                { index + 1, band, actingGain (processor, index), describeBand (processor, index) });
+}
+
+void RenderTask::run()
+{
+    renderer.render (
+        source.length(),
+        [&] (juce::AudioBuffer<float>& block, juce::int64 start, int count)
+        {
+            Interrupt::throwIfRequested();
+            source.read (block, start, count);
+            done.store (static_cast<double> (start) / static_cast<double> (source.length()), std::memory_order_relaxed);
+        },
+        [&] (const juce::AudioBuffer<float>& block, int start, int count) { target.write (block, start, count); });
+
+    Interrupt::throwIfRequested();
+    target.commit();
+    outcome.peak = target.peak();
+    outcome.clipped = encoding.wholeNumberBits() > 0 ? target.clippedCount() : 0;
+
+    if (outcome.clipped > 0)
+        outcome.notes.push_back (std::to_string (outcome.clipped)
+                                 + " samples were louder than full scale and were cut. Lower --output-gain, or choose "
+                                   "a --format of floating point.");
+}

@@ -1,0 +1,102 @@
+#pragma once
+
+#include "app/AudioInput.h"
+#include "app/AudioOutput.h"
+#include "app/EqualiserSettings.h"
+#include "app/OfflineRenderer.h"
+
+#include <atomic>
+#include <string>
+#include <vector>
+
+/** One file to render. */
+struct RenderRequest
+{
+    std::string input;
+    std::string output;
+
+    /** Name of an encoding, or nothing for what input and output suggest. */
+    std::string format;
+
+    /** Id or name of the preset to select, or nothing. */
+    std::string preset;
+    int blockSize = 512;
+
+    /** What is to become of a file that stands there already. */
+    enum class Existing
+    {
+        replace,
+        refuse,
+        skip
+    };
+
+    Existing existing = Existing::replace;
+    EqualiserSettings settings;
+};
+
+/** What became of it. */
+struct RenderResult
+{
+    /** One band as it acts, and as it was asked for. */
+    struct Band
+    {
+        int number = 0;
+        BandOption asked;
+        float actingGainDb = 0.0f;
+        std::string text;
+    };
+
+    std::string input;
+    std::string output;
+    std::string inputFormat;
+    std::string outputFormat;
+    std::string preset;
+    double sampleRate = 0.0;
+    int channels = 0;
+    double seconds = 0.0;
+    FilterMode mode = FilterMode::master;
+    FilterPhase phase = FilterPhase::linear;
+    int delaySamples = 0;
+    std::vector<Band> bands;
+    float gainScalePercent = 100.0f;
+    float outputGainDb = 0.0f;
+
+    /** Largest absolute sample, and how many were cut at full scale. */
+    float peak = 0.0f;
+    juce::int64 clipped = 0;
+
+    /** Where the result is other than the settings let one expect, in sentences. */
+    std::vector<std::string> notes;
+};
+
+/** One file through the equaliser into another. */
+class RenderTask
+{
+public:
+    /** Opens both files and designs the filters. Message thread, as for every instance of the plug-in; so is the
+        destructor. Throws CommandError. */
+    explicit RenderTask (const RenderRequest& request);
+
+    RenderTask (const RenderTask&) = delete;
+    RenderTask& operator= (const RenderTask&) = delete;
+
+    /** Renders, and puts the file in its place. Once, on any one thread. Throws CommandError. */
+    void run();
+
+    /** How much is done, 0 to 1. Any thread. */
+    [[nodiscard]] double progress() const noexcept { return done.load (std::memory_order_relaxed); }
+
+    /** After run(). */
+    [[nodiscard]] const RenderResult& result() const noexcept { return outcome; }
+
+private:
+    void describeSettings (const EqualiserSettings& settings);
+    void selectPreset (const std::string& preset);
+
+    AudioInput source;
+    const SoundEncoding encoding;
+    OfflineRenderer renderer;
+    AudioOutput target;
+    RenderResult outcome;
+    std::atomic<double> done { 0.0 };
+};
