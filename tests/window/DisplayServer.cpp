@@ -13,12 +13,20 @@
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
+#include <utility>
 #include <vector>
 
 namespace
 {
 constexpr std::chrono::seconds longestStart { 30 };
 constexpr std::chrono::milliseconds betweenLooks { 10 };
+
+// Display 0 is what the framework takes where DISPLAY is not set: a test of another process without a display would
+// come to this one, and end with it.
+constexpr int firstNumber = 1000;
+constexpr int numberCount = 40000;
+constexpr int attempts = 20;
+constexpr int betweenAttempts = 1009;
 
 /** Starts a program that ends with this process. Its words go nowhere. */
 pid_t start (const std::vector<std::string>& words, int keptDescriptor = -1)
@@ -84,32 +92,14 @@ bool isManaged (const std::string& displayName)
 
 DisplayServer::DisplayServer (int width, int height)
 {
-    int ends[2];
-
-    if (pipe2 (ends, O_CLOEXEC) != 0)
-        throw std::runtime_error ("no pipe for the display's number");
-
     const auto screen = std::to_string (width) + "x" + std::to_string (height) + "x24";
-    server = start (
-        { "Xvfb", "-displayfd", std::to_string (ends[1]), "-screen", "0", screen, "-noreset", "-nolisten", "tcp" },
-        ends[1]);
-    close (ends[1]);
 
-    std::string number;
-    char character = 0;
+    for (int attempt = 0; displayName.empty() && attempt < attempts; ++attempt)
+        startServer (firstNumber + (getpid() + attempt * betweenAttempts) % numberCount, screen);
 
-    while (read (ends[0], &character, 1) == 1 && character != '\n')
-        number += character;
-
-    close (ends[0]);
-
-    if (number.empty())
-    {
-        end (server);
+    if (displayName.empty())
         throw std::runtime_error ("Xvfb did not start");
-    }
 
-    displayName = ":" + number;
     setenv ("DISPLAY", displayName.c_str(), 1);
     windowManager = start ({ "openbox", "--sm-disable" });
 
@@ -126,6 +116,39 @@ DisplayServer::DisplayServer (int width, int height)
 
         std::this_thread::sleep_for (betweenLooks);
     }
+}
+
+void DisplayServer::startServer (int number, const std::string& screen)
+{
+    int ends[2];
+
+    if (pipe2 (ends, O_CLOEXEC) != 0)
+        throw std::runtime_error ("no pipe for the display's number");
+
+    std::string wanted (1, ':');
+    wanted.append (std::to_string (number));
+    server = start ({ "Xvfb",
+                      wanted,
+                      "-displayfd",
+                      std::to_string (ends[1]),
+                      "-screen",
+                      "0",
+                      screen,
+                      "-noreset",
+                      "-nolisten",
+                      "tcp" },
+                    ends[1]);
+    close (ends[1]);
+
+    // The server writes its number when it is ready, and nothing if the number is taken.
+    char character = 0;
+    const auto ready = read (ends[0], &character, 1) == 1;
+    close (ends[0]);
+
+    if (ready)
+        displayName = wanted;
+    else
+        end (std::exchange (server, -1));
 }
 
 DisplayServer::~DisplayServer()

@@ -21,6 +21,9 @@ public:
     [[nodiscard]] const std::string& name() const noexcept { return displayName; }
 
 private:
+    /** Leaves `displayName` empty where the number is taken. */
+    void startServer (int number, const std::string& screen);
+
     std::string displayName;
     pid_t server = -1;
     pid_t windowManager = -1;
