@@ -114,6 +114,10 @@ DisplayServer::DisplayServer (int width, int height)
             throw std::runtime_error ("openbox did not start");
         }
 
+        // One that has ended, for whatever reason, gets another try.
+        if (waitpid (windowManager, nullptr, WNOHANG) == windowManager)
+            windowManager = start ({ "openbox", "--sm-disable" });
+
         std::this_thread::sleep_for (betweenLooks);
     }
 }
