@@ -114,10 +114,6 @@ DisplayServer::DisplayServer (int width, int height)
             throw std::runtime_error ("openbox did not start");
         }
 
-        // One that has ended, for whatever reason, gets another try.
-        if (waitpid (windowManager, nullptr, WNOHANG) == windowManager)
-            windowManager = start ({ "openbox", "--sm-disable" });
-
         std::this_thread::sleep_for (betweenLooks);
     }
 }
@@ -144,9 +140,13 @@ void DisplayServer::startServer (int number, const std::string& screen)
                     ends[1]);
     close (ends[1]);
 
-    // The server writes its number when it is ready, and nothing if the number is taken.
-    char character = 0;
-    const auto ready = read (ends[0], &character, 1) == 1;
+    // The server writes its number when it is ready, and nothing if the number is taken. It writes in pieces, and ends
+    // if nobody reads the last one.
+    auto ready = false;
+
+    for (char character = 0; read (ends[0], &character, 1) == 1 && character != '\n';)
+        ready = true;
+
     close (ends[0]);
 
     if (ready)
