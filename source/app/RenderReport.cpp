@@ -56,25 +56,28 @@ nlohmann::json toJson (const RenderResult::Band& band)
 
 void RenderReport::print (const RenderResult& result)
 {
-    std::cout << "Input:  " << result.input << " (" << result.inputFormat << ", " << std::defaultfloat
-              << result.sampleRate << " Hz, " << (result.channels == 1 ? "mono" : "stereo") << ", " << std::fixed
-              << std::setprecision (2) << result.seconds << " s)\n"
-              << "Filter: " << (result.mode == FilterMode::mix ? "Mix" : "Master") << ", " << phaseText (result.phase)
-              << " phase, " << result.delaySamples << " samples of delay taken off\n";
+    // A stream of its own, whose form of numbers begins the same for every file.
+    std::ostringstream text;
+    text << "Input:  " << result.input << " (" << result.inputFormat << ", " << result.sampleRate << " Hz, "
+         << (result.channels == 1 ? "mono" : "stereo") << ", " << std::fixed << std::setprecision (2) << result.seconds
+         << " s)\n"
+         << "Filter: " << (result.mode == FilterMode::mix ? "Mix" : "Master") << ", " << phaseText (result.phase)
+         << " phase, " << result.delaySamples << " samples of delay taken off\n";
 
     for (const auto& band : result.bands)
-        std::cout << "  Band " << band.number << ": " << band.text << '\n';
+        text << "  Band " << band.number << ": " << band.text << '\n';
 
     if (result.gainScalePercent != 100.0f)
-        std::cout << "  Gain scale " << result.gainScalePercent << " %\n";
+        text << "  Gain scale " << result.gainScalePercent << " %\n";
 
     if (result.outputGainDb != 0.0f)
-        std::cout << "  Output gain " << result.outputGainDb << " dB\n";
+        text << "  Output gain " << result.outputGainDb << " dB\n";
 
     if (! result.preset.empty())
-        std::cout << "  Preset " << result.preset << " (a target; it changes no sound)\n";
+        text << "  Preset " << result.preset << " (a target; it changes no sound)\n";
 
-    std::cout << "Result: " << result.output << " (" << result.outputFormat << ", " << peakText (result.peak) << ")\n";
+    text << "Result: " << result.output << " (" << result.outputFormat << ", " << peakText (result.peak) << ")\n";
+    std::cout << text.str();
 }
 
 nlohmann::json RenderReport::toJson (const RenderResult& result)

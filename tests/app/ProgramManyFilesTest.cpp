@@ -49,6 +49,9 @@ TEST_F (ProgramManyFilesTest, rendersEachFileAsIfItWereAlone)
         const auto second = run.output.find ("Result: out/b.flac");
         const auto third = run.output.find ("Result: out/c.aiff");
         EXPECT_TRUE (first < second && second < third && third != std::string::npos) << run.output;
+
+        for (const auto* line : { "a.wav (WAV, 44100 Hz, ", "b.flac (FLAC, 44100 Hz, ", "c.aiff (AIFF, 44100 Hz, " })
+            EXPECT_THAT (run.output, HasSubstr (line));
     }
 }
 
