@@ -124,11 +124,24 @@ void SVGButton::paintButton (juce::Graphics& g, bool over, bool down)
 
 void SVGButton::drawFocusRing (juce::Graphics& g) const
 {
-    if (! hasKeyboardFocus (false))
+    if (! focusShown)
         return;
 
     g.setColour (juce::Colour (Palette::focusRing));
     g.drawRoundedRectangle (getLocalBounds().toFloat().reduced (0.5f), focusRingRadius, 1.0f);
+}
+
+void SVGButton::focusGained (FocusChangeType cause)
+{
+    // The keyboard's walk wants to see where it is; a window that takes the focus as a whole marks nothing.
+    focusShown = cause == focusChangedByTabKey;
+    Button::focusGained (cause);
+}
+
+void SVGButton::focusLost (FocusChangeType cause)
+{
+    focusShown = false;
+    Button::focusLost (cause);
 }
 
 void SVGButton::mouseEnter (const juce::MouseEvent& event)

@@ -37,6 +37,8 @@ public:
     void paintButton (juce::Graphics& g, bool over, bool down) override;
     void mouseEnter (const juce::MouseEvent& event) override;
     void mouseExit (const juce::MouseEvent& event) override;
+    void focusGained (FocusChangeType cause) override;
+    void focusLost (FocusChangeType cause) override;
 
 protected:
     /** The image for a state; null draws nothing. */
@@ -66,6 +68,7 @@ private:
     float onAlpha = 1.0f;
     float fadeTarget = 1.0f;
     bool toggled = false;
+    bool focusShown = false;
 
     JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR (SVGButton)
 };

@@ -48,6 +48,20 @@ juce::MouseEvent mouseOver (juce::Component& component)
 }
 } // namespace
 
+TEST (SVGButtonTest, onlyTheKeyboardsWalkDrawsARing)
+{
+    orvik::SVGButton button ("Test");
+    button.setSize (40, 40);
+    const auto drawn = [&] { return Pictures::countDrawn (Pictures::of (button), button.getLocalBounds()); };
+
+    button.focusGained (juce::Component::focusChangedDirectly);
+    EXPECT_EQ (drawn(), 0);
+    button.focusGained (juce::Component::focusChangedByTabKey);
+    EXPECT_GT (drawn(), 100);
+    button.focusLost (juce::Component::focusChangedByTabKey);
+    EXPECT_EQ (drawn(), 0);
+}
+
 TEST (SVGButtonTest, anIconKeepsItsPlaceInItsViewBox)
 {
     orvik::SVGButton button ("Test");
