@@ -102,14 +102,14 @@ void PanelInUse::refresh (juce::Colour colour)
     panel.setEditable (band.usable() && ! band.solo);
 }
 
-void PanelInUse::show (bool wanted)
+void PanelInUse::show (bool wanted, bool clear)
 {
     if (spare != nullptr)
-        spare->showAtOnce (! room.overlayOpen());
+        spare->showAtOnce (! room.overlayOpen() && (! clear || spare->isTyping()));
     else if (band.layout.outOfScale)
         own.showAtOnce (false);
     else
-        own.setShown (wanted || own.isTyping());
+        own.setShown ((wanted && ! clear) || own.isTyping());
 }
 
 bool PanelInUse::borrowedIsUnderMouse() const

@@ -43,8 +43,9 @@ public:
     void setQuantity (ReadoutQuantity shown) noexcept { readoutQuantity = shown; }
     [[nodiscard]] ReadoutQuantity quantity() const noexcept { return readoutQuantity; }
 
-    /** Shows or hides the own panel; a borrowed one shows whenever nothing lies over the room. */
-    void show (bool wanted);
+    /** Shows or hides the own panel; a borrowed one shows whenever nothing lies over the room.
+        @param clear the panel, whichever it is, has to leave its place to what lies under it */
+    void show (bool wanted, bool clear);
 
     /** One step of the own panel's fade. */
     void tick() { own.tick(); }

@@ -190,14 +190,14 @@ void SolvaneControl::refreshVisibility()
 {
     const auto bright = selected || surroundings.bandsAlwaysShown();
     fade.setBright (bright);
-    panels.show (bright && ! panelHidden);
+    panels.show (bright, panelHidden);
     startTicks();
 }
 
-void SolvaneControl::hidePanel()
+void SolvaneControl::setPanelHidden (bool hidden)
 {
-    panelHidden = true;
-    refreshVisibility();
+    if (std::exchange (panelHidden, hidden) != hidden)
+        refreshVisibility();
 }
 
 void SolvaneControl::setSelected (bool on)

@@ -64,8 +64,8 @@ public:
     /** Ends hover, focus and typing. */
     void collapse();
 
-    /** Hides the panel, as where it would cover something, until the mouse comes again. */
-    void hidePanel();
+    /** Hides the panel where it would cover something, until the mouse has gone from there or comes to the band. */
+    void setPanelHidden (bool hidden);
 
     /** Takes over a changed preference, and whether a window lies over the room. */
     void refreshVisibility();

@@ -141,6 +141,19 @@ void RoomBands::remove (int band)
     room.removeChildComponent (&going->control);
 }
 
+void RoomBands::masterLimitsChanged()
+{
+    for (const auto& item : hung)
+        item->control.setQ (model.getBandValue (item->control.bandIndex(), Kind::q));
+}
+
+void RoomBands::hideLowerPanel (bool hidden)
+{
+    for (const auto& item : hung)
+        if (item->control.usedOverlapPanel() == OverlapPanel::lower)
+            item->control.setPanelHidden (hidden);
+}
+
 void RoomBands::layOut()
 {
     for (const auto& item : hung)
@@ -378,9 +391,8 @@ void RoomBands::mouseMoved (int band, juce::Point<int> point)
 {
     constexpr int margin = 20;
 
-    if (keepClear && keepClear().expanded (margin).contains (point))
-        if (auto* control = find (band))
-            control->hidePanel();
+    if (auto* control = find (band); control != nullptr && keepClear)
+        control->setPanelHidden (keepClear().expanded (margin).contains (point));
 
     // The band that was brought forward stays in front until the mouse leaves it.
     if (band == broughtForward)

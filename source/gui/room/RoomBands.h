@@ -56,6 +56,12 @@ public:
     /** Who is dimmed by whose solo, and whether the whole plug-in is bypassed. */
     void updateSilence();
 
+    /** Master allows less than what the parameters hold, Mix shows all of it. */
+    void masterLimitsChanged();
+
+    /** Clears the floor of the panel that a band has there, or puts it back. */
+    void hideLowerPanel (bool hidden);
+
     /** Computes all bounds anew. */
     void layOut();
 

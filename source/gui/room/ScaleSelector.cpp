@@ -4,7 +4,7 @@
 #include "gui/look/Palette.h"
 #include "gui/room/ScaleCells.h"
 
-#include <cmath>
+#include <utility>
 
 namespace
 {
@@ -20,6 +20,15 @@ constexpr float textOverhang = 3.0f;
 
 /** How far a pointer goes before a press counts as a movement, in pixels. */
 constexpr int clickReach = 3;
+
+/** In place of a cell: nothing is pressed; a border between two cells is. */
+constexpr int notPressed = -1;
+constexpr int onBorder = ScaleCells::count;
+
+int cellUnder (float x, int width)
+{
+    return ScaleCells::cellAt (x, static_cast<float> (width)).value_or (onBorder);
+}
 
 juce::String textOf (int cell, bool inFull)
 {
@@ -52,7 +61,7 @@ void ScaleSelector::setScale (float newScaleDb)
 
     selected = cell;
 
-    if (pressedCell < 0)
+    if (pressedCell == notPressed)
         slideTo (cell);
 }
 
@@ -89,9 +98,21 @@ void ScaleSelector::timerCallback()
     repaint();
 }
 
+void ScaleSelector::mouseEnter (const juce::MouseEvent&)
+{
+    if (onHover)
+        onHover (true);
+}
+
+void ScaleSelector::mouseExit (const juce::MouseEvent&)
+{
+    if (onHover)
+        onHover (false);
+}
+
 void ScaleSelector::mouseDown (const juce::MouseEvent& event)
 {
-    pressedCell = ScaleCells::cellAt (event.position.x, static_cast<float> (getWidth())).value_or (ScaleCells::count);
+    pressedCell = cellUnder (event.position.x, getWidth());
     movedSincePress = false;
     highlight = static_cast<float> (selected);
     spread();
@@ -103,24 +124,20 @@ void ScaleSelector::mouseDrag (const juce::MouseEvent& event)
         return;
 
     movedSincePress = true;
-    const auto position = event.getEventRelativeTo (this).position;
-    const auto cell = ScaleCells::cellAt (position.x, static_cast<float> (getWidth()));
+    const auto cell = cellUnder (event.getEventRelativeTo (this).position.x, getWidth());
 
-    if (cell && static_cast<float> (*cell) != slideEnd)
-        slideTo (*cell);
+    if (cell != onBorder && static_cast<float> (cell) != slideEnd)
+        slideTo (cell);
 }
 
 void ScaleSelector::mouseUp (const juce::MouseEvent& event)
 {
-    const auto position = event.getEventRelativeTo (this).position;
-    const auto cell = movedSincePress ? ScaleCells::cellAt (position.x, static_cast<float> (getWidth()))
-                      : pressedCell >= 0 && pressedCell < ScaleCells::count ? std::optional (pressedCell)
-                                                                            : std::nullopt;
-    pressedCell = -1;
+    const auto pressed = std::exchange (pressedCell, notPressed);
+    const auto cell = movedSincePress ? cellUnder (event.getEventRelativeTo (this).position.x, getWidth()) : pressed;
     setBounds (resting);
 
-    if (cell)
-        choose (*cell);
+    if (cell != onBorder && cell != notPressed)
+        choose (cell);
     else
         slideTo (selected);
 }

@@ -15,6 +15,9 @@ public:
     /** Gets the scale in dB that was chosen by hand. */
     std::function<void (float)> onScale;
 
+    /** The mouse has come over it, or has left it. */
+    std::function<void (bool)> onHover;
+
     ScaleSelector();
 
     /** Where it stands while it rests. */
@@ -24,6 +27,8 @@ public:
     void setScale (float scaleDb);
 
     void paint (juce::Graphics& graphics) override;
+    void mouseEnter (const juce::MouseEvent& event) override;
+    void mouseExit (const juce::MouseEvent& event) override;
     void mouseDown (const juce::MouseEvent& event) override;
     void mouseDrag (const juce::MouseEvent& event) override;
     void mouseUp (const juce::MouseEvent& event) override;

@@ -20,7 +20,7 @@ constexpr auto doubleClickHint = "Double click to add an EQ band";
 constexpr std::array watchedKinds { Kind::frequency, Kind::gain,   Kind::q,        Kind::solo,
                                     Kind::bypass,    Kind::active, Kind::highShelf };
 
-/** All watched kinds band by band, then what concerns every band. */
+/** All watched kinds band by band, then what concerns every band: the mode first, then the main bypass. */
 juce::StringArray watchedParameters()
 {
     juce::StringArray ids;
@@ -74,11 +74,14 @@ Solvane::Solvane (VelmoraAudioProcessor& processorToUse)
     initialiseLabel (hintLabel, Palette::hintLabel, Fonts::regular (hintHeight));
     initialiseLabel (scaleLabel, Palette::secondaryLabel, Fonts::regular (scaleHeight));
     hintLabel.setComponentID ("hintLabel");
+    // In the smallest window the floor's strip is narrower than the number.
+    scaleLabel.setMinimumHorizontalScale (0.5f);
     scaleLabel.setComponentID ("scaleLabel");
     scaleSelector.setComponentID ("scaleSelector");
     addBandMarker.setComponentID ("addBandMarker");
     hintLabel.setText (doubleClickHint, juce::dontSendNotification);
     scaleSelector.onScale = [this] (float scaleDb) { setScale (scaleDb); };
+    scaleSelector.onHover = [this] (bool over) { bands.hideLowerPanel (over); };
 
     addAndMakeVisible (hintLabel);
     addAndMakeVisible (scaleLabel);
@@ -298,6 +301,8 @@ void Solvane::parameterChanged (int index)
 
     if (index < bandCount * kinds)
         bandParameterChanged (index / kinds, watchedKinds[static_cast<std::size_t> (index % kinds)]);
+    else if (index == bandCount * kinds)
+        bands.masterLimitsChanged();
     else
         bands.updateSilence();
 

@@ -206,6 +206,17 @@ TEST (OverlapPanelUseTest, aPanelThatTheEditorTookAwayIsNotTouchedAgain)
     EXPECT_EQ (&rig.control->panel(), rig.upperPanel.get());
 }
 
+TEST (OverlapPanelUseTest, leavesItsPlaceToWhatLiesUnderIt)
+{
+    BandRig rig;
+    rig.makeOverlapPanels();
+    rig.place (320, 11.0f);
+    rig.control->setPanelHidden (true);
+    EXPECT_FALSE (rig.lowerPanel->isVisible());
+    rig.control->setPanelHidden (false);
+    EXPECT_TRUE (rig.lowerPanel->isVisible());
+}
+
 TEST (OverlapPanelUseTest, hidesUnderAnOpenWindow)
 {
     BandRig rig;

@@ -1,5 +1,6 @@
 #include "gui/room/Solvane.h"
 
+#include "gui/band/BandPanels.h"
 #include "gui/room/BandColours.h"
 #include "gui/room/RoomCases.h"
 #include "gui/room/RoomMouse.h"
@@ -261,6 +262,41 @@ TEST_F (SolvaneTest, aScaleChosenByHandSaysWhenItLeavesABandBeyond)
     solvane.setScale (2.0f);
     EXPECT_EQ (outOfScaleCount, 1);
     EXPECT_EQ (model.targetScaleDb, 2.0f);
+}
+
+TEST_F (SolvaneTest, theScaleCanBeReachedUnderThePanelOfABandOnTheFloor)
+{
+    juce::Component window;
+    BandPanels panels (window, rig.processor);
+    panels.rebuild();
+    auto& lower = *state.lowerPanel;
+    rig.set ("paramMode", 1.0f);
+    setBand (0, 11.0f);
+    rig.set (0, Kind::frequency, 320.0f);
+    serveMessages();
+    solvane.layOutControls();
+    ASSERT_TRUE (lower.isVisible());
+
+    auto& selector = child ("scaleSelector");
+    selector.mouseEnter (roomMouse::eventAt (selector, { 5.0f, 5.0f }));
+    EXPECT_FALSE (lower.isVisible());
+    selector.mouseExit (roomMouse::eventAt (selector, { -5.0f, 5.0f }));
+    EXPECT_TRUE (lower.isVisible());
+}
+
+TEST_F (SolvaneTest, mixShowsTheQThatMasterHeldBack)
+{
+    solvane.addBand (1000.0f, -1, false);
+    rig.set (0, Kind::q, 3.0f);
+    serveMessages();
+    const auto& band = *solvane.roomBands().find (0);
+    EXPECT_EQ (band.bandState().q, 1.5f);
+    rig.set ("paramMode", 1.0f);
+    serveMessages();
+    EXPECT_EQ (band.bandState().q, 3.0f);
+    rig.set ("paramMode", 0.0f);
+    serveMessages();
+    EXPECT_EQ (band.bandState().q, 1.5f);
 }
 
 TEST_F (SolvaneTest, theEmptyRoomTellsWhereABandWouldHang)
