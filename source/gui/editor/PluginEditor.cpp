@@ -4,14 +4,11 @@
 #include "gui/editor/PresetMenu.h"
 #include "gui/look/LookAndFeelFactory.h"
 #include "gui/look/Palette.h"
-#include "gui/look/Tips.h"
 
 #include <cmath>
 
 namespace
 {
-constexpr float presetTypeFontHeight = 14.0f;
-constexpr float presetNameFontHeight = 14.0f;
 constexpr float unscaledPercent = 100.0f;
 
 /** What lay over the room when the last window went is closed. Before anything of the new one is made. */
@@ -44,6 +41,8 @@ VelmoraAudioProcessorEditor::VelmoraAudioProcessorEditor (VelmoraAudioProcessor&
       model (openedAnew (owner.model)),
       lookAndFeel (lookAndFeelOf (owner.model)),
       mainWindow (owner),
+      dropDowns (*this, mainWindow),
+      analysisSlide (*this, mainWindow, model.interfaceState, clock),
       bandPanels (*this, owner)
 {
     setTitle ("SOLVANE");
@@ -64,25 +63,9 @@ VelmoraAudioProcessorEditor::VelmoraAudioProcessorEditor (VelmoraAudioProcessor&
         button->addMouseListener (this, false);
     }
 
-    presetTypeLabel.setFont (Fonts::regular (presetTypeFontHeight));
-    presetTypeLabel.setColour (juce::Label::textColourId, juce::Colour (Palette::secondaryLabel));
-    presetNameLabel.setFont (Fonts::bold (presetNameFontHeight));
-
-    for (auto* label : { &presetTypeLabel, &presetNameLabel, &headerLabel })
-    {
-        label->setBorderSize (juce::BorderSize<int> (0));
-        label->setMinimumHorizontalScale (1.0f);
-        addAndMakeVisible (label);
-    }
-
-    for (auto* label : { &presetTypeLabel, &presetNameLabel })
-    {
-        label->setTooltip (Tips::text (Tips::presets));
-        label->setMouseCursor (juce::MouseCursor::PointingHandCursor);
-        label->addMouseListener (this, false);
-    }
-
+    presetLabels.addTo (*this, *this);
     headerLabel.setInterceptsMouseClicks (false, false);
+    addAndMakeVisible (headerLabel);
     mainWindow.room().addMouseListener (this, false);
 
     subscribe();
@@ -262,9 +245,7 @@ void VelmoraAudioProcessorEditor::showPresetLabels()
 {
     const auto& preset = audioProcessor.presets.currentPreset();
 
-    // The space keeps the two texts apart, since the second label follows the first at once.
-    presetTypeLabel.setText (audioProcessor.presets.groupName (preset) + " ", juce::dontSendNotification);
-    presetNameLabel.setText (preset.name, juce::dontSendNotification);
+    presetLabels.show (audioProcessor.presets.groupName (preset), preset.name);
     topRow.showUserTarget (preset.id == Presets::userSettingId);
     resized();
 }
@@ -284,20 +265,12 @@ void VelmoraAudioProcessorEditor::resized()
     if (height > EditorLayout::minHeight)
         model.setMinimised (false, false);
 
-    const auto layout = EditorLayout::of (width,
-                                          height,
-                                          Fonts::widthOf (presetTypeLabel.getFont(), presetTypeLabel.getText()),
-                                          Fonts::widthOf (presetNameLabel.getFont(), presetNameLabel.getText()));
+    const auto layout = EditorLayout::of (width, height, presetLabels.typeWidth(), presetLabels.nameWidth());
     topRow.place (layout);
     headerLabel.setBounds (layout.header);
-    presetTypeLabel.setBounds (layout.presetType);
-    presetNameLabel.setBounds (layout.presetName);
+    presetLabels.place (layout);
     mainWindow.setBounds (layout.mainWindow);
-
-    if (model.interfaceState.analysisOpen)
-        if (auto* analysis = mainWindow.component (Place::analysisWindow))
-            analysis->setBounds (0, height - 425, width, 325);
-
+    analysisSlide.place();
     mainWindow.room().collapseControls();
     clock.forceRepaint();
 }
@@ -400,44 +373,14 @@ void VelmoraAudioProcessorEditor::showAnalysis()
     topRow.clearToggles();
     topRow.analyseButton.setToggleState (true, juce::dontSendNotification);
     topRow.analyseButton.setToggled (true);
-    model.interfaceState.analysisOpen = true;
-    clock.restartSlide();
-    mainWindow.room().setMouseEnabled (false);
-    mainWindow.room().collapseControls();
-    mainWindow.show (Place::analysisWindow, true);
-    model.interfaceState.analysisSliding = true;
+    analysisSlide.open();
 }
 
 void VelmoraAudioProcessorEditor::hideAnalysis()
 {
     closeOverlays();
     topRow.clearToggles();
-    mainWindow.room().setMouseEnabled (true);
-    mainWindow.room().collapseControls();
-    model.interfaceState.analysisOpen = false;
-    model.interfaceState.analysisSliding = true;
-}
-
-void VelmoraAudioProcessorEditor::slideAnalysis()
-{
-    auto& state = model.interfaceState;
-    const auto slide = clock.advanceSlide (state.analysisOpen);
-    const auto height = juce::roundToInt (slide.height);
-
-    if (auto* analysis = mainWindow.component (Place::analysisWindow))
-    {
-        analysis->setBounds (0, getHeight() - height, getWidth(), height);
-
-        if (slide.ended && state.analysisOpen)
-            analysis->setBounds (0, getHeight() - 425, getWidth(), 325);
-        else if (slide.ended)
-            analysis->setVisible (false);
-    }
-
-    if (slide.ended)
-        state.analysisSliding = false;
-
-    repaint();
+    analysisSlide.close();
 }
 
 //======================================================================================================================
@@ -502,20 +445,19 @@ void VelmoraAudioProcessorEditor::openPresetMenu()
     // Inside the window: a menu of its own would flicker, or be placed wrongly, under some window systems.
     auto menu = makePresetMenu();
     menu.setLookAndFeel (&lookAndFeel);
-    menu.showMenuAsync (juce::PopupMenu::Options().withParentComponent (this).withTargetComponent (presetTypeLabel),
-                        [weak = juce::WeakReference<VelmoraAudioProcessorEditor> (this)] (int id)
-                        {
-                            if (auto* editor = weak.get(); editor != nullptr && id > 0)
-                                editor->choosePreset (id);
-                        });
+    menu.showMenuAsync (
+        juce::PopupMenu::Options().withParentComponent (this).withTargetComponent (presetLabels.menuAnchor()),
+        [weak = juce::WeakReference<VelmoraAudioProcessorEditor> (this)] (int id)
+        {
+            if (auto* editor = weak.get(); editor != nullptr && id > 0)
+                editor->choosePreset (id);
+        });
 }
 
 //======================================================================================================================
 void VelmoraAudioProcessorEditor::mouseDown (const juce::MouseEvent& event)
 {
-    const auto onLabel = event.eventComponent == &presetTypeLabel || event.eventComponent == &presetNameLabel;
-
-    if (onLabel && ! model.interfaceState.settingsOpen)
+    if (presetLabels.has (event.eventComponent) && ! model.interfaceState.settingsOpen)
         openPresetMenu();
 }
 
@@ -541,7 +483,7 @@ HoverRules::Target VelmoraAudioProcessorEditor::hoverTargetOf (const juce::Compo
 void VelmoraAudioProcessorEditor::mouseEnter (const juce::MouseEvent& event)
 {
     enter (hoverTargetOf (event.eventComponent), event.eventComponent->isShowing());
-    followMouse (event);
+    dropDowns.followMouse (event);
 }
 
 void VelmoraAudioProcessorEditor::hoverOver (HoverRules::Target target)
@@ -580,9 +522,9 @@ void VelmoraAudioProcessorEditor::act (HoverRules::Action action)
 
             return;
         case Action::hideOutputGainPanel:
-            return hidePanel (Place::outputGainPanel);
+            return dropDowns.hide (Place::outputGainPanel);
         case Action::hideGainScalePanel:
-            return hidePanel (Place::gainScalePanel);
+            return dropDowns.hide (Place::gainScalePanel);
         case Action::showBurgerMenu:
             return;
         case Action::closeOverlays:
@@ -592,46 +534,20 @@ void VelmoraAudioProcessorEditor::act (HoverRules::Action action)
         case Action::hideBurgerMenu:
             return hideBurgerMenu();
         case Action::showOutputGainPanel:
-            return showPanel (Place::outputGainPanel, topRow.outputGainButton);
+            return dropDowns.show (Place::outputGainPanel, topRow.outputGainButton);
         case Action::showGainScalePanel:
-            return showPanel (Place::gainScalePanel, topRow.gainScaleButton);
+            return dropDowns.show (Place::gainScalePanel, topRow.gainScaleButton);
     }
-}
-
-void VelmoraAudioProcessorEditor::showPanel (Place place, const juce::Component& button)
-{
-    auto* panel = mainWindow.component (place);
-
-    if (panel == nullptr)
-        return;
-
-    mainWindow.show (place, true);
-    auto& hold = place == Place::outputGainPanel ? outputGainHold : gainScaleHold;
-    hold.open (button.getBounds(), getLocalArea (panel, panel->getLocalBounds()));
-}
-
-void VelmoraAudioProcessorEditor::hidePanel (Place place)
-{
-    mainWindow.show (place, false);
-    (place == Place::outputGainPanel ? outputGainHold : gainScaleHold).close();
-}
-
-void VelmoraAudioProcessorEditor::followMouse (const juce::MouseEvent& event)
-{
-    const auto position = event.getEventRelativeTo (this).getPosition();
-    const auto buttonDown = event.mods.isAnyMouseButtonDown();
-    outputGainHold.mouseAt (position, buttonDown);
-    gainScaleHold.mouseAt (position, buttonDown);
 }
 
 void VelmoraAudioProcessorEditor::mouseExit (const juce::MouseEvent& event)
 {
-    followMouse (event);
+    dropDowns.followMouse (event);
 }
 
 void VelmoraAudioProcessorEditor::mouseMove (const juce::MouseEvent& event)
 {
-    followMouse (event);
+    dropDowns.followMouse (event);
 }
 
 //======================================================================================================================
@@ -647,8 +563,11 @@ void VelmoraAudioProcessorEditor::timerCallback()
             onStartup();
     }
 
-    if (state.analysisSliding)
-        slideAnalysis();
+    if (analysisSlide.isMoving())
+    {
+        analysisSlide.advance();
+        repaint();
+    }
 
     if (clock.advanceLevelIcon())
     {
@@ -663,9 +582,7 @@ void VelmoraAudioProcessorEditor::timerCallback()
     if (state.bandsPanelOpen && mainWindow.burgerMenu().state() == BurgerMenu::State::message && clock.advanceMessage())
         hideBurgerMenu();
 
-    for (const auto place : { Place::outputGainPanel, Place::gainScalePanel })
-        if ((place == Place::outputGainPanel ? outputGainHold : gainScaleHold).advance())
-            hidePanel (place);
+    dropDowns.advance();
 
     if (clock.advanceForcedRepaint())
         mainWindow.repaint();

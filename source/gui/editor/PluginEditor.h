@@ -3,11 +3,13 @@
 #include "core/PluginProcessor.h"
 #include "gui/band/BandPanels.h"
 #include "gui/compositor/EditorCompositor.h"
+#include "gui/editor/AnalysisSlide.h"
+#include "gui/editor/DropDownPanels.h"
 #include "gui/editor/EditorClock.h"
-#include "gui/editor/HoverHold.h"
 #include "gui/editor/HoverRules.h"
 #include "gui/editor/LevelMatchIcon.h"
 #include "gui/editor/MainWindow.h"
+#include "gui/editor/PresetLabels.h"
 #include "gui/editor/Subscriptions.h"
 #include "gui/editor/TopRow.h"
 #include "gui/look/VelmoraLookandFeel.h"
@@ -84,7 +86,6 @@ private:
     void hideBurgerMenu();
     void showAnalysis();
     void hideAnalysis();
-    void slideAnalysis();
     void adoptNewTarget();
     void applyToolTipSetting();
     void openPresetMenu();
@@ -92,22 +93,21 @@ private:
     [[nodiscard]] HoverRules::Target hoverTargetOf (const juce::Component* component) const;
     void enter (HoverRules::Target target, bool targetShowing);
     void act (HoverRules::Action action);
-    void showPanel (Place place, const juce::Component& button);
-    void hidePanel (Place place);
-    void followMouse (const juce::MouseEvent& event);
     [[nodiscard]] TopRow::OutputState outputState() const;
 
     VelmoraAudioProcessor& audioProcessor;
     PluginModel& model;
     VelmoraLookandFeel& lookAndFeel;
     MainWindow mainWindow;
+    EditorClock clock;
+    DropDownPanels dropDowns;
+    AnalysisSlide analysisSlide;
     BandPanels bandPanels;
     TopRow topRow;
-    juce::Label presetTypeLabel, presetNameLabel, headerLabel;
+    PresetLabels presetLabels;
+    juce::Label headerLabel;
     std::unique_ptr<juce::TooltipWindow> toolTips;
-    EditorClock clock;
     LevelMatchIcon levelMatchIcon;
-    HoverHold outputGainHold, gainScaleHold;
     bool startedUp = false;
     std::optional<EditorCompositor> compositor;
 
