@@ -413,6 +413,7 @@ void VelmoraAudioProcessorEditor::adoptNewTarget()
     model.targetSetByUser = true;
     model.setTargetsReady (false, false);
     model.setSmartBandsReady (false, false);
+    audioProcessor.resetAnalysis();
     audioProcessor.applyCurrentPreset();
     followPreset (false);
 }
@@ -583,6 +584,7 @@ void VelmoraAudioProcessorEditor::timerCallback()
         hideBurgerMenu();
 
     dropDowns.advance();
+    mainWindow.room().serveTransport();
 
     if (clock.advanceForcedRepaint())
         mainWindow.repaint();

@@ -91,6 +91,10 @@ Solvane::Solvane (VelmoraAudioProcessor& processorToUse)
     bindBands();
     transportPlayed = model.transport.isPlaying();
 
+    // It may have been stopped when the last window went.
+    if (transportPlayed)
+        processor.liveAnalysis().spectrum().frozen = false;
+
     subscriptions = { model.channels.add (
                           [this]
                           {
@@ -129,8 +133,17 @@ void Solvane::followTransport()
 {
     const auto playing = model.transport.isPlaying();
 
-    if (transportPlayed.exchange (playing, std::memory_order_relaxed) != playing)
-        processor.liveAnalysis().spectrum().frozen = ! playing;
+    if (transportPlayed.exchange (playing, std::memory_order_relaxed) == playing)
+        return;
+
+    processor.liveAnalysis().spectrum().frozen = ! playing;
+    transportChanged = true;
+}
+
+void Solvane::serveTransport()
+{
+    if (transportChanged.exchange (false))
+        processor.liveAnalysis().spectrum().clear();
 }
 
 void Solvane::bindBands()

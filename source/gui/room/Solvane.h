@@ -70,6 +70,10 @@ public:
     /** Lays the bands out anew, as after the window's spare panels have come. */
     void layOutControls();
 
+    /** Empties the spectrum of what was heard before the transport stopped or started: the work of the editor's timer,
+        since the audio thread that finds the change may not wait for it. */
+    void serveTransport();
+
     /** False while something else lies over the room. */
     void setMouseEnabled (bool enabled);
 
@@ -124,6 +128,7 @@ private:
 
     /** The audio thread's: what it found at the last block. */
     std::atomic<bool> transportPlayed { false };
+    std::atomic<bool> transportChanged { false };
 
     /** Turns of the message loop until new spare panels are there. */
     std::atomic<int> turnsUntilPanels { 0 };

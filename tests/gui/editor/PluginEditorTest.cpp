@@ -531,10 +531,15 @@ TEST_F (PluginEditorTest, aNewTargetIsTakenOver)
     std::array<float, Presets::bandValueCount> values;
     values.fill (-30.0f);
     processor.presets.setUserSetting (-9.5f, values);
+    auto& gainTargets = const_cast<GainTargets&> (processor.liveAnalysis().gainTargets());
+    gainTargets.gainTarget[3] = 4.0f;
+    gainTargets.maxChange = 0.3f;
     editor->actionListenerCallback ("TARGET-SET");
     EXPECT_TRUE (processor.model.targetSetByUser);
     EXPECT_FALSE (processor.model.targetsReady());
     EXPECT_FLOAT_EQ (processor.target.targetLufs.load(), -9.5f);
+    EXPECT_EQ (gainTargets.gainTarget[3], 0.0f);
+    EXPECT_EQ (gainTargets.maxChange, 0.0f);
 }
 
 TEST_F (PluginEditorTest, makesTheSparePanelsOnceItHasOpenedAndTakesThemAlong)

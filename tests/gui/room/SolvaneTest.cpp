@@ -9,6 +9,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <cmath>
 #include <optional>
 #include <vector>
@@ -610,7 +611,7 @@ TEST_F (SolvaneTest, nothingAsksToBePaintedWhileNothingChanges)
     EXPECT_GT (repaints, 0);
 }
 
-TEST_F (SolvaneTest, aStoppedTransportFreezesTheSpectrum)
+TEST_F (SolvaneTest, aStoppedTransportFreezesTheSpectrumAndEmptiesIt)
 {
     const auto play = [this] (bool playing)
     {
@@ -626,11 +627,27 @@ TEST_F (SolvaneTest, aStoppedTransportFreezesTheSpectrum)
         model.channels.fire (Channels::transportPlaying);
     };
 
-    auto& frozen = rig.processor.liveAnalysis().spectrum().frozen;
+    auto& spectrum = rig.processor.liveAnalysis().spectrum();
+    auto& frozen = spectrum.frozen;
+    const auto loudest = [&spectrum]
+    {
+        LiveSpectrum::Magnitudes magnitudes;
+        spectrum.copy (magnitudes);
+        return *std::ranges::max_element (magnitudes);
+    };
     play (true);
+    solvane.serveTransport();
     EXPECT_FALSE (frozen);
+
+    LiveSpectrum::Magnitudes heard;
+    heard.fill (2.0f);
+    ASSERT_TRUE (spectrum.publish (heard));
+    solvane.serveTransport();
+    EXPECT_EQ (loudest(), 2.0f);
     play (false);
     EXPECT_TRUE (frozen);
+    solvane.serveTransport();
+    EXPECT_EQ (loudest(), 0.0f);
     play (true);
     EXPECT_FALSE (frozen);
 
@@ -638,6 +655,23 @@ TEST_F (SolvaneTest, aStoppedTransportFreezesTheSpectrum)
     frozen = true;
     play (true);
     EXPECT_TRUE (frozen);
+}
+
+TEST_F (SolvaneTest, aRoomThatOpensWhileTheTransportRunsHears)
+{
+    auto& frozen = rig.processor.liveAnalysis().spectrum().frozen;
+    frozen = true;
+
+    for (const juce::int64 time : { 0, 512 })
+    {
+        juce::AudioPlayHead::PositionInfo position;
+        position.setIsPlaying (true);
+        position.setTimeInSamples (time);
+        model.transport.update (position, false);
+    }
+
+    Solvane another (rig.processor);
+    EXPECT_FALSE (frozen);
 }
 
 TEST_F (SolvaneTest, aLoadedStateBringsItsScaleWithoutAnAnimation)
