@@ -1,8 +1,8 @@
 #include "gui/band/MidSideControlPanel.h"
 
-#include "gui/band/BandTips.h"
 #include "gui/look/Icons.h"
 #include "gui/look/Palette.h"
+#include "gui/look/Tips.h"
 
 #include <algorithm>
 #include <utility>
@@ -27,7 +27,7 @@ MidSideControlPanel::MidSideControlPanel()
 
     slider.setName ("midside");
     slider.setTitle ("Mid/Side balance");
-    slider.setTooltip (BandTips::stereo);
+    slider.setTooltip (Tips::text (Tips::stereo));
     slider.setRange (0.0, 1.0);
     slider.setValue (stereoValue, juce::dontSendNotification);
     slider.setMouseCursor (juce::MouseCursor::PointingHandCursor);
@@ -41,8 +41,8 @@ MidSideControlPanel::MidSideControlPanel()
 
     midButton.setImages (Icons::svg (Icons::Role::mid));
     sideButton.setImages (Icons::svg (Icons::Role::side));
-    midButton.setTooltip (BandTips::mid);
-    sideButton.setTooltip (BandTips::side);
+    midButton.setTooltip (Tips::text (Tips::mid));
+    sideButton.setTooltip (Tips::text (Tips::side));
     midButton.setTitle ("Mid");
     sideButton.setTitle ("Side");
     midButton.onClick = [this] { setTo (0.0f); };

@@ -4,8 +4,8 @@
 #include "gui/band/BandPainter.h"
 #include "gui/band/BandRoom.h"
 #include "gui/band/BandText.h"
-#include "gui/band/BandTips.h"
 #include "gui/look/Palette.h"
+#include "gui/look/Tips.h"
 
 #include <algorithm>
 #include <utility>
@@ -282,7 +282,7 @@ void SolvaneControl::paint (juce::Graphics& g)
 
 juce::String SolvaneControl::getTooltip()
 {
-    return hoverQ ? BandTips::qHandles : hoverLine ? BandTips::frequencyLine : BandTips::control;
+    return Tips::text (hoverQ ? Tips::bandQ : hoverLine ? Tips::bandFrequency : Tips::bandControl);
 }
 
 //======================================================================================================================

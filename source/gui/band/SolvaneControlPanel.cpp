@@ -2,9 +2,9 @@
 
 #include "gui/band/BandRoom.h"
 #include "gui/band/BandText.h"
-#include "gui/band/BandTips.h"
 #include "gui/look/Icons.h"
 #include "gui/look/Palette.h"
+#include "gui/look/Tips.h"
 
 #include <cmath>
 
@@ -53,7 +53,7 @@ SolvaneControlPanel::SolvaneControlPanel (Shape panelShape) : shape (panelShape)
 
     readout.setName ("readout");
     readout.setTitle ("Amount");
-    readout.setTooltip (BandTips::readout);
+    readout.setTooltip (Tips::text (Tips::bandReadout));
     readout.setJustificationType (juce::Justification::centred);
     readout.setBorderSize ({});
     readout.setMouseCursor (juce::MouseCursor::PointingHandCursor);
@@ -68,9 +68,9 @@ SolvaneControlPanel::SolvaneControlPanel (Shape panelShape) : shape (panelShape)
     setIcon (bypassButton, Icons::Role::bandActive);
     setIcon (soloButton, Icons::Role::soloOff);
     setIcon (filterTypeButton, Icons::Role::bell);
-    bypassButton.setTooltip (BandTips::bypass);
-    soloButton.setTooltip (BandTips::solo);
-    filterTypeButton.setTooltip (BandTips::shelf);
+    bypassButton.setTooltip (Tips::text (Tips::bandBypass));
+    soloButton.setTooltip (Tips::text (Tips::bandSolo));
+    filterTypeButton.setTooltip (Tips::text (Tips::bandShelf));
     bypassButton.setTitle ("Bypass band");
     soloButton.setTitle ("Solo band");
     filterTypeButton.setTitle ("Bell or high shelf");
@@ -284,7 +284,7 @@ void SolvaneControlPanel::mouseUp (const juce::MouseEvent& event)
 
 juce::String SolvaneControlPanel::getTooltip()
 {
-    return overClose ? juce::String (BandTips::close) : juce::String();
+    return overClose ? Tips::text (Tips::bandDelete) : juce::String();
 }
 
 void SolvaneControlPanel::buttonClicked (juce::Button* button)

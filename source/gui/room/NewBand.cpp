@@ -8,11 +8,6 @@ float NewBand::frequencyOfClick (const RoomGeometry& room, int row) noexcept
     return room.frequencyFromBackWall (static_cast<float> (std::clamp (row, edgeRows, lowest)));
 }
 
-bool NewBand::isRefused (float frequencyHz, PanelsInUse inUse) noexcept
-{
-    return (inUse.upper && frequencyHz >= upperPanelFromHz) || (inUse.lower && frequencyHz <= lowerPanelUpToHz);
-}
-
 bool NewBand::beginsAsShelf (float frequencyHz) noexcept
 {
     constexpr float shelfAboveHz = 10000.0f;

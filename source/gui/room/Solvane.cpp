@@ -2,6 +2,7 @@
 
 #include "gui/look/Fonts.h"
 #include "gui/look/Palette.h"
+#include "gui/look/Tips.h"
 #include "gui/room/AutomaticScale.h"
 #include "gui/room/BandColours.h"
 #include "gui/room/BandParameters.h"
@@ -66,6 +67,7 @@ Solvane::Solvane (VelmoraAudioProcessor& processorToUse)
           [this] { parameterWatch.serve(); })
 {
     setTitle ("Room");
+    setTooltip (Tips::text (Tips::room));
     setOpaque (true);
     setFocusContainerType (FocusContainerType::keyboardFocusContainer);
 
@@ -78,6 +80,7 @@ Solvane::Solvane (VelmoraAudioProcessor& processorToUse)
     scaleLabel.setMinimumHorizontalScale (0.5f);
     scaleLabel.setComponentID ("scaleLabel");
     scaleSelector.setComponentID ("scaleSelector");
+    scaleSelector.setTooltip (Tips::text (Tips::scale));
     addBandMarker.setComponentID ("addBandMarker");
     hintLabel.setText (doubleClickHint, juce::dontSendNotification);
     scaleSelector.onScale = [this] (float scaleDb) { setScale (scaleDb); };
@@ -163,10 +166,11 @@ int Solvane::addBand (float frequencyHz, int band, bool fromState)
 {
     if (! fromState)
     {
-        const NewBand::PanelsInUse panels { .upper = state.upperPanelInUse, .lower = state.lowerPanelInUse };
+        const OverlapLimits limits { .upperTakenByAnother = state.upperPanelInUse,
+                                     .lowerTakenByAnother = state.lowerPanelInUse };
         band = BandViews::firstFree (model).value_or (-1);
 
-        if (! isOnScreen() || NewBand::isRefused (frequencyHz, panels) || band < 0)
+        if (! isOnScreen() || ! limits.allow (frequencyHz) || band < 0)
             return -1;
 
         BandParameters::hang (model, band, frequencyHz);

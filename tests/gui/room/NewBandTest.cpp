@@ -1,5 +1,6 @@
 #include "gui/room/NewBand.h"
 
+#include "gui/band/OverlapPanel.h"
 #include "gui/room/RoomCases.h"
 
 #include <gtest/gtest.h>
@@ -49,17 +50,9 @@ TEST (NewBandTest, theOutermostSixtyRowsCountAsTheirInnerEdge)
 TEST (NewBandTest, aClickWhereAPanelHangsIsRefused)
 {
     const auto& inputs = roomCases::byId ("double-click-upper-taken")["inputs"];
-    EXPECT_TRUE (NewBand::isRefused (clickOf (inputs), { .upper = true }));
-    EXPECT_FALSE (NewBand::isRefused (clickOf (inputs), {}));
-    EXPECT_FALSE (NewBand::isRefused (clickOf (inputs), { .lower = true }));
-}
-
-TEST (NewBandTest, theLimitsThemselvesAreRefused)
-{
-    EXPECT_TRUE (NewBand::isRefused (14800.0f, { .upper = true }));
-    EXPECT_FALSE (NewBand::isRefused (14799.9f, { .upper = true, .lower = true }));
-    EXPECT_TRUE (NewBand::isRefused (430.0f, { .lower = true }));
-    EXPECT_FALSE (NewBand::isRefused (430.1f, { .upper = true, .lower = true }));
+    EXPECT_FALSE ((OverlapLimits { .upperTakenByAnother = true }.allow (clickOf (inputs))));
+    EXPECT_TRUE (OverlapLimits {}.allow (clickOf (inputs)));
+    EXPECT_TRUE ((OverlapLimits { .lowerTakenByAnother = true }.allow (clickOf (inputs))));
 }
 
 TEST (NewBandTest, exactlyTenKilohertzIsNoShelf)
