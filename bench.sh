@@ -25,5 +25,8 @@ printf 'Machine: %s, %s cores. %s\n' \
 printf 'Version: %s\n\n' "$(git describe --always --dirty 2>/dev/null || echo unknown)"
 build/bench/benchmarks/solvane_plugin_bench "$@"
 
+printf '\n'
+build/bench/benchmarks/solvane_window_bench
+
 printf '\nMeters and bands by themselves, with their plain versions and their longest calls:\n'
 build/bench/benchmarks/solvane_meter_bench --benchmark_color=false

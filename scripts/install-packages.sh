@@ -12,7 +12,7 @@ sound=(sonic-pi-samples)
 test=(libgtest-dev libgmock-dev lilv-utils lv2-dev lv2file python3 sordi sox libsox-fmt-mp3 ffmpeg libebur128-dev
     groff-base zsh xvfb openbox libxtst-dev)
 fuzz=(clang-14 libclang-rt-14-dev)
-bench=(libbenchmark-dev)
+bench=(libbenchmark-dev xvfb openbox)
 peers=(lsp-plugins-vst iem-plugin-suite-vst)
 docs=(python3 gnuplot-nox fonts-lato)
 presets=(sonic-pi-samples fluid-soundfont-gm avldrums.lv2-soundfont wesnoth-1.16-music fluidsynth sox)
