@@ -18,10 +18,16 @@ namespace
 constexpr auto pauseBetweenMessages = std::chrono::milliseconds (1);
 constexpr auto lv2Uri = "https://www.solvane.example/lv2/solvane";
 
+unsigned long numberOf (const juce::Component* window)
+{
+    return window != nullptr ? reinterpret_cast<unsigned long> (window->getWindowHandle()) : 0;
+}
+
 class ClassicPlugin final : public HostedPlugin
 {
 public:
     explicit ClassicPlugin (bool offline) : host (libraryPathOf (PluginFormat::vst2)) { host.setOffline (offline); }
+    ~ClassicPlugin() override { ClassicPlugin::closeWindow(); }
 
     bool setChannelCount (int count) override { return host.setChannelCount (count); }
     void prepare (double sampleRate, int maxBlock) override { host.prepare (sampleRate, maxBlock); }
@@ -43,8 +49,37 @@ public:
     std::vector<char> state() override { return host.chunk(); }
     void setState (const std::vector<char>& bytes) override { host.setChunk (bytes); }
 
+    void openWindow() override
+    {
+        constexpr int editorOpen = 14;
+        window = std::make_unique<juce::Component>();
+        window->setSize (700, 800);
+        window->addToDesktop (0);
+        window->setVisible (true);
+        host.dispatch (editorOpen, 0, 0, window->getWindowHandle());
+    }
+
+    void closeWindow() override
+    {
+        constexpr int editorClose = 15;
+
+        if (window != nullptr)
+            host.dispatch (editorClose);
+
+        window.reset();
+    }
+
+    unsigned long windowNumber() override { return numberOf (window.get()); }
+
+    void idleWindow() override
+    {
+        constexpr int editorIdle = 19;
+        host.dispatch (editorIdle);
+    }
+
 private:
     Vst2Host host;
+    std::unique_ptr<juce::Component> window;
 };
 
 /** A plug-in behind the framework's hosting classes. */
@@ -71,6 +106,7 @@ public:
 
     ~FrameworkPlugin() override
     {
+        FrameworkPlugin::closeWindow();
         plugin->releaseResources();
         plugin = nullptr;
     }
@@ -116,11 +152,26 @@ public:
         plugin->setStateInformation (bytes.data(), static_cast<int> (bytes.size()));
     }
 
+    void openWindow() override
+    {
+        editor.reset (plugin->createEditorIfNeeded());
+
+        if (editor == nullptr)
+            throw std::runtime_error ("the plug-in has no window");
+
+        editor->addToDesktop (0);
+        editor->setVisible (true);
+    }
+
+    void closeWindow() override { editor.reset(); }
+    unsigned long windowNumber() override { return numberOf (editor.get()); }
+
 private:
     [[nodiscard]] juce::AudioProcessorParameter& at (int index) const { return *plugin->getParameters()[index]; }
 
     std::unique_ptr<juce::AudioPluginFormat> format;
     std::unique_ptr<juce::AudioPluginInstance> plugin;
+    std::unique_ptr<juce::AudioProcessorEditor> editor; ///< goes before the plug-in
 };
 
 class Lv2Plugin final : public FrameworkPlugin
@@ -212,13 +263,18 @@ bool HostedPlugin::waitForLatency (int expected, std::chrono::milliseconds longe
     return true;
 }
 
-void HostedPlugin::setParameter (const std::string& name, float normalised)
+int HostedPlugin::parameterIndex (const std::string& name) const
 {
     for (int index = 0; index < parameterCount(); ++index)
         if (parameterName (index) == name)
-            return setParameter (index, normalised);
+            return index;
 
     throw std::runtime_error ("no parameter " + name);
+}
+
+void HostedPlugin::setParameter (const std::string& name, float normalised)
+{
+    setParameter (parameterIndex (name), normalised);
 }
 
 void HostedPlugin::setAndProcess (const std::string& name, float normalised)

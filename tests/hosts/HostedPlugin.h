@@ -66,4 +66,18 @@ public:
 
     [[nodiscard]] virtual std::vector<char> state() = 0;
     virtual void setState (const std::vector<char>& bytes) = 0;
+
+    /** Opens the plug-in's window in one of ours, on the display that the framework has. Closed by closeWindow(), or
+        with this object. */
+    virtual void openWindow() = 0;
+    virtual void closeWindow() = 0;
+
+    /** Our window's number on the display; 0 while none is open. */
+    [[nodiscard]] virtual unsigned long windowNumber() = 0;
+
+    /** What the format's hosts do for an open window while they are idle. */
+    virtual void idleWindow() {}
+
+    /** The index of the parameter of this name; a name that is not there throws std::runtime_error. */
+    [[nodiscard]] int parameterIndex (const std::string& name) const;
 };
