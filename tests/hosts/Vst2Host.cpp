@@ -107,6 +107,11 @@ void Vst2Host::process (const float* const* input, float* const* output, int cha
     position += frameCount;
 }
 
+void Vst2Host::processAsGiven (float** input, float** output, int frameCount)
+{
+    effect->processReplacing (effect, input, output, frameCount);
+}
+
 int Vst2Host::latency() const noexcept
 {
     return effect->initialDelay;

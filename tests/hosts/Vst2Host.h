@@ -46,6 +46,9 @@ public:
     /** One block. Channels that the plug-in has beyond `channelCount` get silence, and what they give is dropped. */
     void process (const float* const* input, float* const* output, int channelCount, int frameCount);
 
+    /** The interface's own call, with whatever it is given. */
+    void processAsGiven (float** input, float** output, int frameCount);
+
     /** The delay that the plug-in reports, in samples. */
     [[nodiscard]] int latency() const noexcept;
 
