@@ -1,6 +1,8 @@
 // The Standalone's way in. The framework's own opens its window whatever it was asked, and dies where there is no
 // display.
 
+#include "plugin/standalone/StandaloneLook.h"
+
 #include <juce_events/juce_events.h>
 
 #include <iostream>
@@ -71,6 +73,10 @@ int main (int argumentCount, char** arguments)
         return 1;
     }
 
-    juce::JUCEApplicationBase::createInstance = &juce_CreateApplication;
+    juce::JUCEApplicationBase::createInstance = []
+    {
+        new StandaloneLook(); // NOLINT: the framework deletes it
+        return juce_CreateApplication();
+    };
     return juce::JUCEApplicationBase::main (argumentCount, const_cast<const char**> (arguments));
 }
