@@ -41,6 +41,7 @@ VelmoraAudioProcessorEditor::VelmoraAudioProcessorEditor (VelmoraAudioProcessor&
       model (openedAnew (owner.model)),
       lookAndFeel (lookAndFeelOf (owner.model)),
       mainWindow (owner),
+      overlays (mainWindow, topRow, model.interfaceState, clock),
       dropDowns (*this, mainWindow),
       analysisSlide (*this, mainWindow, model.interfaceState, clock),
       bandPanels (*this, owner)
@@ -51,8 +52,8 @@ VelmoraAudioProcessorEditor::VelmoraAudioProcessorEditor (VelmoraAudioProcessor&
     mainWindow.room().onBandsOutOfScale = [this] { noteBandsOutOfScale(); };
     mainWindow.room().onCloseMenu = [this]
     {
-        if (mainWindow.burgerMenu().state() == BurgerMenu::State::menu)
-            hideBurgerMenu();
+        if (overlays.menuShowing())
+            overlays.hideMenu();
     };
 
     topRow.addTo (*this);
@@ -200,7 +201,7 @@ void VelmoraAudioProcessorEditor::followMasterLimits()
 
     ++state.masterMessageCount;
     state.bandChangedByUser = false;
-    showMessage (EditorMessages::masterLimits());
+    overlays.showMessage (EditorMessages::masterLimits());
 }
 
 void VelmoraAudioProcessorEditor::noteBandsOutOfScale()
@@ -210,7 +211,7 @@ void VelmoraAudioProcessorEditor::noteBandsOutOfScale()
     situation.menuOpen = model.interfaceState.bandsPanelOpen;
 
     if (EditorMessages::showsBandsOutOfScale (situation))
-        showMessage (EditorMessages::bandsOutOfScale());
+        overlays.showMessage (EditorMessages::bandsOutOfScale());
 }
 
 void VelmoraAudioProcessorEditor::followSession()
@@ -238,7 +239,7 @@ void VelmoraAudioProcessorEditor::followPreset (bool restoring)
 
     mainWindow.room().rebuildTarget();
     model.setSmartBandsReady (false, false);
-    hideBurgerMenu();
+    overlays.hideMenu();
 }
 
 void VelmoraAudioProcessorEditor::showPresetLabels()
@@ -297,9 +298,9 @@ void VelmoraAudioProcessorEditor::buttonClicked (juce::Button* button)
     else if (button == &topRow.linkButton || button == &topRow.unlinkButton)
         audioProcessor.sessionState().compareCopy();
     else if (button == &topRow.settingsButton)
-        toggleWindow (topRow.settingsButton, Place::settingsWindow);
+        overlays.toggle (topRow.settingsButton, Place::settingsWindow);
     else if (button == &topRow.helpButton)
-        toggleWindow (topRow.helpButton, Place::helpWindow);
+        overlays.toggle (topRow.helpButton, Place::helpWindow);
     else if (button == &topRow.analyseButton && mainWindow.has (Place::analysisWindow))
         topRow.analyseButton.isToggled() ? hideAnalysis() : showAnalysis();
     else if (button == &topRow.outputGainButton)
@@ -321,56 +322,10 @@ void VelmoraAudioProcessorEditor::switchComparison()
     repaint();
 }
 
-void VelmoraAudioProcessorEditor::toggleWindow (orvik::SVGButton& button, Place place)
-{
-    if (! mainWindow.has (place))
-        return;
-
-    const auto turnOn = ! button.isToggled();
-    closeOverlays();
-    topRow.clearToggles();
-    button.setToggleState (turnOn, juce::dontSendNotification);
-    button.setToggled (turnOn);
-
-    if (! turnOn)
-        return;
-
-    mainWindow.show (place, true);
-    (place == Place::settingsWindow ? model.interfaceState.settingsOpen : model.interfaceState.helpOpen) = true;
-    hideBurgerMenu();
-}
-
-void VelmoraAudioProcessorEditor::closeOverlays()
-{
-    mainWindow.show (Place::helpWindow, false);
-    mainWindow.show (Place::settingsWindow, false);
-    model.interfaceState.settingsOpen = false;
-    model.interfaceState.helpOpen = false;
-}
-
-void VelmoraAudioProcessorEditor::showMessage (const juce::String& text)
-{
-    closeOverlays();
-    hideBurgerMenu();
-    auto& menu = mainWindow.burgerMenu();
-    menu.showMessage (BurgerMenu::State::message, text);
-    menu.toFront (false);
-    menu.setVisible (true);
-    model.interfaceState.bandsPanelOpen = true;
-}
-
-void VelmoraAudioProcessorEditor::hideBurgerMenu()
-{
-    mainWindow.burgerMenu().setVisible (false);
-    model.interfaceState.bandsPanelOpen = false;
-    clock.restartMessage();
-}
-
 //======================================================================================================================
 void VelmoraAudioProcessorEditor::showAnalysis()
 {
-    closeOverlays();
-    topRow.clearToggles();
+    overlays.closeWindowsAndButtons();
     topRow.analyseButton.setToggleState (true, juce::dontSendNotification);
     topRow.analyseButton.setToggled (true);
     analysisSlide.open();
@@ -378,8 +333,7 @@ void VelmoraAudioProcessorEditor::showAnalysis()
 
 void VelmoraAudioProcessorEditor::hideAnalysis()
 {
-    closeOverlays();
-    topRow.clearToggles();
+    overlays.closeWindowsAndButtons();
     analysisSlide.close();
 }
 
@@ -388,8 +342,7 @@ void VelmoraAudioProcessorEditor::actionListenerCallback (const juce::String& me
 {
     if (message == "CLOSE")
     {
-        closeOverlays();
-        topRow.clearToggles();
+        overlays.closeWindowsAndButtons();
     }
     else if (message == "ANALYSIS-CLOSE")
     {
@@ -397,8 +350,7 @@ void VelmoraAudioProcessorEditor::actionListenerCallback (const juce::String& me
     }
     else if (message == "SETTINGS-CLOSE")
     {
-        closeOverlays();
-        topRow.clearToggles();
+        overlays.closeWindowsAndButtons();
         applyToolTipSetting();
         audioProcessor.saveSettings();
     }
@@ -496,7 +448,7 @@ void VelmoraAudioProcessorEditor::enter (HoverRules::Target target, bool targetS
 {
     const auto& state = model.interfaceState;
     HoverRules::Situation situation;
-    situation.messageShowing = state.bandsPanelOpen && mainWindow.burgerMenu().state() == BurgerMenu::State::message;
+    situation.messageShowing = overlays.messageShowing();
     situation.analysisOpen = state.analysisOpen;
     situation.analysisSliding = state.analysisSliding;
     situation.overlayOpen = state.settingsOpen || state.helpOpen;
@@ -529,11 +481,11 @@ void VelmoraAudioProcessorEditor::act (HoverRules::Action action)
         case Action::showBurgerMenu:
             return;
         case Action::closeOverlays:
-            return closeOverlays();
+            return overlays.closeWindows();
         case Action::clearToggles:
             return topRow.clearToggles();
         case Action::hideBurgerMenu:
-            return hideBurgerMenu();
+            return overlays.hideMenu();
         case Action::showOutputGainPanel:
             return dropDowns.show (Place::outputGainPanel, topRow.outputGainButton);
         case Action::showGainScalePanel:
@@ -554,8 +506,6 @@ void VelmoraAudioProcessorEditor::mouseMove (const juce::MouseEvent& event)
 //======================================================================================================================
 void VelmoraAudioProcessorEditor::timerCallback()
 {
-    auto& state = model.interfaceState;
-
     if (clock.advanceStartup() && ! startedUp)
     {
         startedUp = true;
@@ -580,8 +530,7 @@ void VelmoraAudioProcessorEditor::timerCallback()
             topRow.showOutput (*warns ? TopRow::OutputState::warning : TopRow::OutputState::plain);
     }
 
-    if (state.bandsPanelOpen && mainWindow.burgerMenu().state() == BurgerMenu::State::message && clock.advanceMessage())
-        hideBurgerMenu();
+    overlays.advance();
 
     dropDowns.advance();
     mainWindow.room().serveTransport();

@@ -9,6 +9,7 @@
 #include "gui/editor/HoverRules.h"
 #include "gui/editor/LevelMatchIcon.h"
 #include "gui/editor/MainWindow.h"
+#include "gui/editor/Overlays.h"
 #include "gui/editor/PresetLabels.h"
 #include "gui/editor/Subscriptions.h"
 #include "gui/editor/TopRow.h"
@@ -62,7 +63,7 @@ public:
     void hoverOver (HoverRules::Target target);
 
     /** Shows a text in the burger menu's panel for eight seconds. */
-    void showMessage (const juce::String& text);
+    void showMessage (const juce::String& text) { overlays.showMessage (text); }
 
 private:
     using Place = MainWindow::Place;
@@ -81,9 +82,6 @@ private:
     void noteBandsOutOfScale();
 
     void switchComparison();
-    void toggleWindow (orvik::SVGButton& button, Place place);
-    void closeOverlays();
-    void hideBurgerMenu();
     void showAnalysis();
     void hideAnalysis();
     void adoptNewTarget();
@@ -100,10 +98,11 @@ private:
     VelmoraLookandFeel& lookAndFeel;
     MainWindow mainWindow;
     EditorClock clock;
+    TopRow topRow;
+    Overlays overlays;
     DropDownPanels dropDowns;
     AnalysisSlide analysisSlide;
     BandPanels bandPanels;
-    TopRow topRow;
     PresetLabels presetLabels;
     juce::Label headerLabel;
     std::unique_ptr<juce::TooltipWindow> toolTips;

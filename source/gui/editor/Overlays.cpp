@@ -1,0 +1,79 @@
+#include "gui/editor/Overlays.h"
+
+using Place = MainWindow::Place;
+
+Overlays::Overlays (MainWindow& main, TopRow& buttons, InterfaceState& interfaceState, EditorClock& editorClock)
+    : mainWindow (main), topRow (buttons), state (interfaceState), clock (editorClock)
+{
+}
+
+void Overlays::toggle (orvik::SVGButton& button, Place place)
+{
+    if (! mainWindow.has (place))
+        return;
+
+    const auto turnOn = ! button.isToggled();
+    closeWindowsAndButtons();
+    button.setToggleState (turnOn, juce::dontSendNotification);
+    button.setToggled (turnOn);
+
+    if (! turnOn)
+        return;
+
+    mainWindow.show (place, true);
+    (place == Place::settingsWindow ? state.settingsOpen : state.helpOpen) = true;
+    hideMenu();
+}
+
+void Overlays::closeWindows()
+{
+    mainWindow.show (Place::helpWindow, false);
+    mainWindow.show (Place::settingsWindow, false);
+    state.settingsOpen = false;
+    state.helpOpen = false;
+}
+
+void Overlays::closeWindowsAndButtons()
+{
+    closeWindows();
+    topRow.clearToggles();
+}
+
+void Overlays::showMessage (const juce::String& text)
+{
+    closeWindows();
+    hideMenu();
+    auto& menu = mainWindow.burgerMenu();
+    menu.showMessage (BurgerMenu::State::message, text);
+    menu.toFront (false);
+    menu.setVisible (true);
+    state.bandsPanelOpen = true;
+}
+
+void Overlays::hideMenu()
+{
+    mainWindow.burgerMenu().setVisible (false);
+    state.bandsPanelOpen = false;
+    clock.restartMessage();
+}
+
+bool Overlays::shows (BurgerMenu::State wanted) const
+{
+    return state.bandsPanelOpen && mainWindow.burgerMenu().state() == wanted;
+}
+
+bool Overlays::messageShowing() const
+{
+    return shows (BurgerMenu::State::message);
+}
+
+bool Overlays::menuShowing() const
+{
+    return shows (BurgerMenu::State::menu);
+}
+
+void Overlays::advance()
+{
+    if (messageShowing() && clock.advanceMessage())
+        hideMenu();
+}
