@@ -40,7 +40,8 @@ TEST (SoundFormatTest, givesAFormatManagerReadersForAllThatIsServed)
 
 TEST (SoundFormatTest, leavesTheStreamToItsOwnerWhereAskedTo)
 {
-    const auto tagAlone = std::string ("ID3\x04\0\0\0\0\0\x05", 10) + "ppppp and no sound behind it";
+    using namespace std::string_literals;
+    const auto tagAlone = "ID3\x04\0\0\0\0\0\x05ppppp and no sound behind it"s;
 
     for (const auto& bytes : { std::string ("no sound at all"), tagAlone })
     {
