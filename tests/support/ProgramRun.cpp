@@ -1,6 +1,7 @@
 #include "support/ProgramRun.h"
 
 #include <array>
+#include <csignal>
 #include <poll.h>
 #include <pty.h>
 #include <stdexcept>
@@ -95,6 +96,11 @@ ProgramRun runProgram (const std::string& program,
         {
             const rlimit limit { *surroundings.largestFileBytes, *surroundings.largestFileBytes };
             ::setrlimit (RLIMIT_FSIZE, &limit);
+
+#if defined(__SANITIZE_THREAD__)
+            // The sanitizer writes before the program can say that it lives with this.
+            std::signal (SIGXFSZ, SIG_IGN);
+#endif
         }
 
         ::execv (pointers[0], pointers.data());

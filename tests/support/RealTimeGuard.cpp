@@ -38,6 +38,12 @@ void* allocateAligned (std::size_t size, std::align_val_t alignment)
     throw std::bad_alloc();
 }
 
+void* allocateOrNull (std::size_t size) noexcept
+{
+    ++allocationCount;
+    return std::malloc (size > 0 ? size : 1);
+}
+
 void release (void* memory) noexcept
 {
     ++allocationCount;
@@ -63,6 +69,16 @@ void* operator new (std::size_t size, std::align_val_t alignment)
 void* operator new[] (std::size_t size, std::align_val_t alignment)
 {
     return allocateAligned (size, alignment);
+}
+
+void* operator new (std::size_t size, const std::nothrow_t&) noexcept
+{
+    return allocateOrNull (size);
+}
+
+void* operator new[] (std::size_t size, const std::nothrow_t&) noexcept
+{
+    return allocateOrNull (size);
 }
 
 void operator delete (void* memory) noexcept

@@ -65,13 +65,16 @@ RoomWorker::Change RoomWorker::tick()
 
     change.layout = moveScale();
 
-    // Nothing to draw into before the room has a size.
-    if (targetPictures.canvas().pair.left.isNull())
+    // Nothing to draw into before the room has a size; it may come between two looks, and have both drawn anew.
+    const auto targetCanvas = targetPictures.canvas();
+    const auto responseCanvas = responsePictures.canvas();
+
+    if (targetCanvas.pair.left.isNull() || responseCanvas.pair.left.isNull())
         return change;
 
     const auto restarted = restartWanted.exchange (false);
-    const auto targetDrawn = drawTarget (restarted);
-    const auto responseDrawn = drawResponse (restarted);
+    const auto targetDrawn = drawTarget (targetCanvas, restarted);
+    const auto responseDrawn = drawResponse (responseCanvas, restarted);
     change.walls = targetDrawn || responseDrawn;
     return change;
 }
@@ -108,9 +111,8 @@ void RoomWorker::copyRows()
     frequencies = state.curveFrequencies;
 }
 
-bool RoomWorker::drawTarget (bool restarted)
+bool RoomWorker::drawTarget (const WallPictures::Canvas& canvas, bool restarted)
 {
-    const auto canvas = targetPictures.canvas();
     const TargetView view { .generation = canvas.generation,
                             .scaleDb = model.displayScaleDb,
                             .hasTarget = processor.presets.currentPreset().id != Presets::noTargetsId,
@@ -168,9 +170,8 @@ void RoomWorker::paintTarget (const WallPictures::Canvas& canvas, const TargetVi
     targetPictures.publish (canvas);
 }
 
-bool RoomWorker::drawResponse (bool restarted)
+bool RoomWorker::drawResponse (const WallPictures::Canvas& canvas, bool restarted)
 {
-    const auto canvas = responsePictures.canvas();
     const ResponseView view { .generation = canvas.generation,
                               .scaleDb = model.displayScaleDb,
                               .sampleRate = model.sampleRate,

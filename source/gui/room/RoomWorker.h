@@ -70,9 +70,9 @@ private:
 
     void run();
     [[nodiscard]] bool moveScale();
-    [[nodiscard]] bool drawTarget (bool restarted);
+    [[nodiscard]] bool drawTarget (const WallPictures::Canvas& canvas, bool restarted);
     void paintTarget (const WallPictures::Canvas& canvas, const TargetView& view);
-    [[nodiscard]] bool drawResponse (bool restarted);
+    [[nodiscard]] bool drawResponse (const WallPictures::Canvas& canvas, bool restarted);
     void copyRows();
 
     VelmoraAudioProcessor& processor;

@@ -96,6 +96,19 @@ protected:
     RoomWorker worker { rig.processor, target, response, [] (RoomWorker::Change) {}, [] {} };
 };
 
+TEST_F (RoomWorkerTest, waitsUntilBothWallsHaveTheirPictures)
+{
+    WallPictures sized;
+    WallPictures notYet;
+    sized.resize (static_cast<int> (RoomGeometry::depth), height, 1.0f);
+    RoomWorker early (
+        rig.processor, sized, notYet, [] (RoomWorker::Change) {}, [] {});
+    setResponse (3.0f);
+    EXPECT_FALSE (early.tick().walls);
+    notYet.resize (static_cast<int> (RoomGeometry::depth), height, 1.0f);
+    EXPECT_TRUE (early.tick().walls);
+}
+
 TEST_F (RoomWorkerTest, nothingIsDrawnWhileNothingChanges)
 {
     EXPECT_EQ (ticksUntilRest(), 0);
