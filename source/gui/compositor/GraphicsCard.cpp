@@ -4,6 +4,7 @@
 
 #include <array>
 #include <string_view>
+#include <unistd.h>
 
 namespace
 {
@@ -44,9 +45,19 @@ bool hasConfiguration (Display* display)
 
     return count > 0;
 }
-} // namespace
 
-bool GraphicsCard::isThere()
+/** Whether the machine has a device to draw with. Asking the display loads its driver, which takes a while and, in
+   some, leaves memory behind each time. */
+bool machineHasOne()
+{
+#if defined(__linux__)
+    return ::access ("/dev/dri", F_OK) == 0 || ::access ("/dev/nvidiactl", F_OK) == 0;
+#else
+    return true;
+#endif
+}
+
+bool displayHasOne()
 {
     const Connection connection;
     auto base = 0;
@@ -73,4 +84,11 @@ bool GraphicsCard::isThere()
                      &accelerated)
                   == True
            && accelerated != 0;
+}
+} // namespace
+
+bool GraphicsCard::isThere()
+{
+    static const auto answer = machineHasOne() && displayHasOne();
+    return answer;
 }
