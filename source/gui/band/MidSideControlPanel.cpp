@@ -75,6 +75,9 @@ void MidSideControlPanel::showFor (int servedBandIndex, float value)
     setValue (value);
     shown = true;
     ticksToHide = 0;
+
+    // Its window makes it before the room that it lies over.
+    toFront (false);
     setVisible (true);
     startTimer (tickMs);
 }

@@ -73,6 +73,16 @@ TEST (BandPanelsTest, theMidSidePanelWritesItsBandsParameterAsAGesture)
     EXPECT_EQ (gestures.ends, 1);
 }
 
+TEST (BandPanelsTest, theMidSidePanelComesOverWhatWasAddedAfterIt)
+{
+    Window window;
+    juce::Component mainWindow;
+    window.editor.addAndMakeVisible (mainWindow);
+    auto* const panel = window.surroundings.midSidePanel();
+    panel->showFor (4, 0.5f);
+    EXPECT_GT (window.editor.getIndexOfChildComponent (panel), window.editor.getIndexOfChildComponent (&mainWindow));
+}
+
 TEST (BandSurroundingsTest, tellWhatTheModelHolds)
 {
     PluginRig rig;
