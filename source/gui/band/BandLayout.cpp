@@ -29,6 +29,14 @@ int ceiled (float value) noexcept
     return static_cast<int> (std::ceil (value));
 }
 
+/** Without what a stored gain is off by from its tenth of a decibel: rounded up or down to whole pixels, that would be
+   one pixel on one side of the room. */
+float withoutNoise (float offset) noexcept
+{
+    constexpr float stepsPerPixel = 256.0f;
+    return std::round (offset * stepsPerPixel) / stepsPerPixel;
+}
+
 void layOutBounds (BandLayout& layout, const RoomGeometry& room, float offset) noexcept
 {
     constexpr auto needed = BandRoom::halfPanelHeight;
@@ -95,7 +103,7 @@ BandLayout layOutBand (const RoomGeometry& room, const BandPlace& place) noexcep
     layout.topRow = room.wallRow (static_cast<float> (std::max (place.edges.upperHz, 1)), gain);
     layout.centreRow = room.wallRow (static_cast<float> (place.frequencyHz), gain);
     layout.bottomRow = room.wallRow (static_cast<float> (std::max (place.edges.lowerHz, 1)), gain);
-    layOutBounds (layout, room, room.wallOffset (gain));
+    layOutBounds (layout, room, withoutNoise (room.wallOffset (gain)));
 
     layout.centreOffset = std::min (static_cast<int> (layout.centreRow - layout.topRow), layout.bounds.getHeight());
     layOutZones (layout, place);

@@ -63,15 +63,15 @@ private:
         graphics.fillRect (depth, depth, width - 2 * depth, height - 2 * depth);
     }
 
+    /** On under ceiling and floor, which come over them: two slanted edges side by side would let the black behind them
+        shine through. */
     void drawSideWalls()
     {
         const auto middle = height / 2;
-        fillSurface (graphics,
-                     { { 0, 0 }, { 0, height }, { depth, height - depth }, { depth, depth } },
-                     { lit, { 0, middle }, juce::Colours::black, { depth, middle }, false });
-        fillSurface (graphics,
-                     { { width - depth, depth }, { width, 0 }, { width, height }, { width - depth, height - depth } },
-                     { lit, { width, middle }, juce::Colours::black, { width - depth, middle }, false });
+        graphics.setGradientFill ({ lit, { 0, middle }, juce::Colours::black, { depth, middle }, false });
+        graphics.fillRect (0.0f, 0.0f, depth, height);
+        graphics.setGradientFill ({ lit, { width, middle }, juce::Colours::black, { width - depth, middle }, false });
+        graphics.fillRect (width - depth, 0.0f, depth, height);
     }
 
     void drawCeilingAndFloor()

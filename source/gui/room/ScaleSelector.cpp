@@ -15,8 +15,9 @@ constexpr int slideTicks = 8;
 constexpr int spreadCellWidth = 46;
 constexpr float cornerSize = 3.0f;
 
-/** A text may be a little wider than its cell. */
-constexpr float textOverhang = 3.0f;
+/** A text that is wider than its cell is narrowed by as much as this before it is cut. */
+constexpr float narrowestText = 0.6f;
+constexpr float textInset = 0.5f;
 
 /** How far a pointer goes before a press counts as a movement, in pixels. */
 constexpr int clickReach = 3;
@@ -202,11 +203,22 @@ void ScaleSelector::paint (juce::Graphics& graphics)
     graphics.drawRoundedRectangle (bounds, cornerSize, 1.0f);
 
     graphics.setColour (juce::Colour (Palette::text));
-    graphics.setFont (Fonts::bold (static_cast<float> (textHeight())));
+    const auto font = Fonts::bold (static_cast<float> (textHeight()));
+    juce::GlyphArrangement texts;
 
     for (int cell = 0; cell < ScaleCells::count; ++cell)
-        graphics.drawText (textOf (cell, isSpread()),
-                           cellBounds (static_cast<float> (cell)).expanded (textOverhang, 0.0f),
-                           juce::Justification::centred,
-                           false);
+    {
+        const auto area = cellBounds (static_cast<float> (cell)).reduced (textInset, 0.0f);
+        texts.addFittedText (font,
+                             textOf (cell, isSpread()),
+                             area.getX(),
+                             area.getY(),
+                             area.getWidth(),
+                             area.getHeight(),
+                             juce::Justification::centred,
+                             1,
+                             narrowestText);
+    }
+
+    texts.draw (graphics);
 }

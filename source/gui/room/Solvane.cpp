@@ -78,6 +78,7 @@ Solvane::Solvane (VelmoraAudioProcessor& processorToUse)
     hintLabel.setComponentID ("hintLabel");
     // In the smallest window the floor's strip is narrower than the number.
     scaleLabel.setMinimumHorizontalScale (0.5f);
+    scaleLabel.setBorderSize ({ 0, 1, 0, 1 });
     scaleLabel.setComponentID ("scaleLabel");
     scaleSelector.setComponentID ("scaleSelector");
     scaleSelector.setTooltip (Tips::text (Tips::scale));

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cmath>
 
 namespace
 {
@@ -76,6 +77,16 @@ TEST (BandLayoutTest, aBoostIsAsWideAsTheRoomAndACutAsTheBackWall)
     const RoomGeometry room;
     EXPECT_EQ (layOutBand (room, placeOf (1000, 12.0f)).bounds.getHorizontalRange(), juce::Range<int> (0, 630));
     EXPECT_EQ (layOutBand (room, placeOf (1000, -12.0f)).bounds.getHorizontalRange(), juce::Range<int> (120, 510));
+}
+
+TEST (BandLayoutTest, aGainNextToItsTenthIsAsFarFromBothWallsAsTheTenth)
+{
+    const auto bounds = [] (float gainDb) { return boxOf (layOutBand ({}, placeOf (2400, gainDb)).bounds); };
+    const auto [left, top, width, height] = bounds (4.0f);
+    EXPECT_EQ (left, 40);
+    EXPECT_EQ (width, 630 - 2 * left);
+    EXPECT_EQ (bounds (std::nextafter (4.0f, 12.0f)), bounds (4.0f));
+    EXPECT_EQ (bounds (std::nextafter (4.0f, 0.0f)), bounds (4.0f));
 }
 
 TEST (BandLayoutTest, aLineNearTheFloorGetsRoomForItsPanelBelow)

@@ -45,6 +45,18 @@ TEST (RoomBackgroundTest, bothHalvesAreMirrorImages)
             EXPECT_NEAR (greyAt (image, x, y), greyAt (image, 629 - x, y), 3) << x << ", " << y;
 }
 
+TEST (RoomBackgroundTest, noGapShowsBetweenTheSurfaces)
+{
+    const auto image = RoomBackground::draw ({}, 1.0f);
+
+    // At each corner of the room, where a wall meets ceiling or floor; nowhere is it darker than what is beside it.
+    for (int i = 5; i < 55; ++i)
+        for (const auto x : { i, 629 - i })
+            for (const auto y : { i, 621 - i })
+                EXPECT_GE (greyAt (image, x, y), std::min (greyAt (image, x + 4, y), greyAt (image, x - 4, y)) - 1)
+                    << x << ", " << y;
+}
+
 TEST (RoomBackgroundTest, theFrameOfNoGainLiesAtHalfDepth)
 {
     const auto image = RoomBackground::draw ({}, 1.0f);

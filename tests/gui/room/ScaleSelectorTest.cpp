@@ -112,3 +112,14 @@ TEST_F (ScaleSelectorTest, theScaleInUseIsLit)
     EXPECT_LT (brightnessAt (5), 0.2f);
     EXPECT_LT (brightnessAt (26), 0.2f);
 }
+
+TEST_F (ScaleSelectorTest, noTextRunsIntoTheOutline)
+{
+    // As narrow as in the smallest window.
+    selector.setRestingBounds ({ 243, 491, 34, 25 });
+    const auto picture = selector.createComponentSnapshot (selector.getLocalBounds());
+
+    for (int y = 0; y < picture.getHeight(); ++y)
+        for (const auto x : { 0, picture.getWidth() - 1 })
+            EXPECT_LT (picture.getPixelAt (x, y).getBrightness(), 0.4f) << x << ", " << y;
+}

@@ -674,6 +674,18 @@ TEST_F (SolvaneTest, aRoomThatOpensWhileTheTransportRunsHears)
     EXPECT_FALSE (frozen);
 }
 
+TEST_F (SolvaneTest, theScaleIsWholeInTheSmallestWindow)
+{
+    solvane.setSize (520, 516);
+    auto& label = child ("scaleLabel");
+    const auto picture = Pictures::of (label);
+
+    for (const auto column : { 0, label.getWidth() - 1 })
+        EXPECT_EQ (Pictures::countDrawn (picture, { column, 0, 1, label.getHeight() }), 0) << column;
+
+    EXPECT_GT (Pictures::countDrawn (picture, label.getLocalBounds()), 20);
+}
+
 TEST_F (SolvaneTest, aLoadedStateBringsItsScaleWithoutAnAnimation)
 {
     model.targetScaleDb = 4.0f;
