@@ -37,8 +37,10 @@ public:
     void focusLost (FocusChangeType) override { repaint(); }
     std::unique_ptr<juce::AccessibilityHandler> createAccessibilityHandler() override;
 
-private:
+    /** A step of 20 ms. */
     void timerCallback() override;
+
+private:
     void spread();
     void slideTo (int cell);
     void choose (int cell);

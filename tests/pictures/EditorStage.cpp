@@ -1,0 +1,138 @@
+#include "pictures/EditorStage.h"
+
+#include "gui/band/MidSideControlPanel.h"
+#include "gui/room/ScaleSelector.h"
+#include "support/Messages.h"
+
+#include <stdexcept>
+
+namespace
+{
+constexpr double sampleRate = 48000.0;
+constexpr int blockSize = 512;
+
+/** Outside of every window, and on every display. */
+constexpr int awayX = 1999;
+constexpr int awayY = 1599;
+
+/** More than the longest movement has. */
+constexpr int ticksToRest = 50;
+
+template <typename Kind>
+Kind* childOf (juce::Component& parent)
+{
+    for (auto* child : parent.getChildren())
+        if (auto* found = dynamic_cast<Kind*> (child))
+            return found;
+
+    return nullptr;
+}
+} // namespace
+
+EditorStage::EditorStage (Size wanted) : size (wanted)
+{
+    screen.point (awayX, awayY);
+    juce::Desktop::getInstance().setGlobalScaleFactor (static_cast<float> (size.displayScale));
+    rig.prepare (sampleRate, blockSize);
+    rig.set (ParameterIds::currentPreset, static_cast<float> (Presets::noTargetsId));
+    rig.set (ParameterIds::mode, 1.0f);
+    rig.processor.sessionState().fillMissingStores();
+    model().windowWidth = size.width;
+    model().windowHeight = size.height;
+    model().showToolTips = false;
+
+    editor = std::make_unique<VelmoraAudioProcessorEditor> (rig.processor);
+    editor->stopTimer();
+    editor->addToDesktop (juce::ComponentPeer::windowIsTemporary);
+    PluginRig::serveMessagesUntil ([this] { return editor->isShowing(); });
+}
+
+EditorStage::~EditorStage()
+{
+    editor.reset();
+    Messages::deliver();
+    juce::Desktop::getInstance().setGlobalScaleFactor (1.0f);
+}
+
+std::vector<SolvaneControl*> EditorStage::bands()
+{
+    std::vector<SolvaneControl*> found;
+
+    for (auto* child : room().getChildren())
+        if (auto* control = dynamic_cast<SolvaneControl*> (child))
+            found.push_back (control);
+
+    return found;
+}
+
+SolvaneControl& EditorStage::band (int index)
+{
+    for (auto* control : bands())
+        if (control->bandIndex() == index)
+            return *control;
+
+    throw std::out_of_range ("no such band hangs in the room");
+}
+
+void EditorStage::pointAt (const juce::Component& component,
+                           juce::Point<int> place,
+                           const std::function<bool()>& hasArrived)
+{
+    const auto onDisplay = component.localPointToGlobal (place) * size.displayScale;
+
+    // From the pixel beside it: the framework passes over a pointer that comes back to where it was last seen.
+    screen.point (onDisplay.x - 1, onDisplay.y);
+    screen.point (onDisplay.x, onDisplay.y);
+    PluginRig::serveMessagesUntil (hasArrived);
+}
+
+void EditorStage::settle()
+{
+    rig.waitForWorkers();
+
+    do
+        awaitWalls();
+    while (model().interfaceState.scaleAnimating || model().responseCurveChanged);
+
+    endMovements();
+}
+
+/** Until a whole tick of the room's worker has come after what was set, and what it found has been delivered. */
+void EditorStage::awaitWalls()
+{
+    constexpr int ticks = 2;
+    const auto end = room().wallWorker().tickCount() + ticks;
+    PluginRig::serveMessagesUntil ([&] { return room().wallWorker().tickCount() >= end; });
+    Messages::deliver();
+}
+
+void EditorStage::endMovements()
+{
+    auto* const scales = childOf<ScaleSelector> (room());
+    auto* const midSide = childOf<MidSideControlPanel> (*editor);
+
+    for (int tick = 0; tick < ticksToRest; ++tick)
+    {
+        for (auto* control : bands())
+            control->timerCallback();
+
+        if (scales != nullptr)
+            scales->timerCallback();
+
+        if (midSide != nullptr && midSide->isVisible())
+            midSide->timerCallback();
+    }
+}
+
+juce::Image EditorStage::picture()
+{
+    juce::Image image (juce::Image::RGB,
+                       size.width * size.displayScale,
+                       size.height * size.displayScale,
+                       true,
+                       juce::SoftwareImageType());
+    juce::Graphics graphics (image);
+    graphics.addTransform (juce::AffineTransform::scale (static_cast<float> (size.displayScale)));
+    editor->paintEntireComponent (graphics, true);
+    return image;
+}

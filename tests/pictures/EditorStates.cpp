@@ -1,0 +1,170 @@
+#include "pictures/EditorStates.h"
+
+#include <array>
+#include <random>
+
+using Kind = Settings::Parameter;
+
+namespace
+{
+constexpr auto voiceHz = 2400.0f;
+
+void hangOne (EditorStage& stage)
+{
+    stage.rig.setBand (0, voiceHz, 4.0f);
+    stage.settle();
+}
+
+void hangThree (EditorStage& stage)
+{
+    stage.rig.setBand (0, 700.0f, -5.0f);
+    stage.rig.setBand (1, voiceHz, 4.0f, 2.0f);
+    stage.rig.setBand (2, 8000.0f, 2.0f);
+    stage.settle();
+}
+
+void hangTen (EditorStage& stage)
+{
+    struct Band
+    {
+        float frequencyHz;
+        float gainDb;
+        float q = 1.0f;
+    };
+
+    constexpr std::array bands { Band { 400.0f, -3.0f }, Band { 640.0f, 2.0f },         Band { 1000.0f, -4.0f, 2.0f },
+                                 Band { 1500.0f, 1.5f }, Band { 2400.0f, 5.0f, 1.5f },  Band { 3600.0f, -2.5f },
+                                 Band { 5000.0f, 3.5f }, Band { 7200.0f, -6.0f, 2.5f }, Band { 10000.0f, 4.0f, 1.5f },
+                                 Band { 14000.0f, 6.0f } };
+
+    for (std::size_t index = 0; index < bands.size(); ++index)
+        stage.rig.setBand (static_cast<int> (index), bands[index].frequencyHz, bands[index].gainDb, bands[index].q);
+
+    stage.rig.set (static_cast<int> (bands.size()) - 1, Kind::highShelf, 1.0f);
+    stage.settle();
+}
+
+void hangOneInTheImage (EditorStage& stage, float midSide)
+{
+    stage.rig.setBand (0, voiceHz, 4.0f);
+    stage.rig.set (0, Kind::midSide, midSide);
+    stage.settle();
+}
+
+/** Where the empty room is above every band. */
+constexpr juce::Point<int> nearTheCeiling { 200, 80 };
+
+void pointAtTheEmptyRoom (EditorStage& stage)
+{
+    hangOne (stage);
+    stage.pointAt (
+        stage.room(), nearTheCeiling, [&] { return stage.room().findChildWithID ("addBandMarker")->isVisible(); });
+}
+
+void pointAtTheLine (EditorStage& stage)
+{
+    hangOne (stage);
+    auto& band = stage.band (0);
+    stage.pointAt (band,
+                   { 40, band.bandState().layout.lineY() },
+                   [&] { return band.isSelected() && band.panel().readout.getText().endsWith ("Hz"); });
+}
+
+void pointAtTheBody (EditorStage& stage)
+{
+    hangOne (stage);
+    auto& band = stage.band (0);
+    stage.pointAt (band,
+                   { 40, band.bandState().layout.topEdge.getBottom() + 20 },
+                   [&] { return band.isSelected() && band.panel().readout.getText().endsWith ("dB"); });
+}
+
+/** A scale by hand, which one of two bands is beyond. */
+void chooseTooSmallAScale (EditorStage& stage)
+{
+    stage.rig.setBand (0, 900.0f, 7.0f);
+    stage.rig.setBand (1, 3000.0f, -2.0f);
+    stage.settle();
+    stage.room().setScale (4.0f);
+}
+
+/** What a hand does that drags a band too far in Master. */
+void crossTheLimitsOfMaster (EditorStage& stage)
+{
+    stage.rig.set (ParameterIds::mode, 0.0f);
+    hangOne (stage);
+    stage.model().interfaceState.bandChangedByUser = true;
+    stage.model().setCanUseMasterMode (false);
+    PluginRig::serveMessagesUntil ([&] { return stage.window().main().burgerMenu().isVisible(); });
+}
+
+/** Noise that falls with frequency, somewhat as music does, until a target can be shown. */
+void measureNoise (EditorStage& stage)
+{
+    constexpr int stretches = 300;
+    constexpr int stretch = 4096;
+    constexpr float amplitude = 0.4f;
+    constexpr float pole = 0.93f;
+
+    stage.rig.set (ParameterIds::currentPreset, static_cast<float> (Presets::balancedMasterId));
+    std::mt19937 random (1);
+    std::array<float, 2> last {};
+    PluginRig::Signal noise (2, std::vector<float> (stretch));
+
+    for (int i = 0; i < stretches; ++i)
+    {
+        for (std::size_t channel = 0; channel < noise.size(); ++channel)
+            for (auto& sample : noise[channel])
+            {
+                const auto white = static_cast<float> (random()) / static_cast<float> (std::mt19937::max()) - 0.5f;
+                last[channel] = pole * last[channel] + (1.0f - pole) * amplitude * white;
+                sample = last[channel];
+            }
+
+        std::ignore = stage.rig.run (noise, 512);
+        stage.rig.processor.liveAnalysis().runPass();
+    }
+
+    PluginRig::serveMessagesUntil ([&] { return stage.model().targetsReady(); });
+
+    // All that was measured, and at once: the curve has been following in steps.
+    stage.room().rebuildTarget();
+}
+} // namespace
+
+const std::vector<EditorState>& editorStates()
+{
+    static const std::vector<EditorState> states {
+        { "empty", [] (EditorStage&) {} },
+        { "new-band", pointAtTheEmptyRoom },
+        { "one-band", hangOne },
+        { "ten-bands", hangTen },
+        { "hover", pointAtTheLine },
+        { "focus", pointAtTheBody },
+        { "solo",
+          [] (EditorStage& stage)
+          {
+              hangThree (stage);
+              stage.rig.set (1, Kind::solo, 1.0f);
+          } },
+        { "bypass",
+          [] (EditorStage& stage)
+          {
+              hangTen (stage);
+              stage.rig.set (ParameterIds::bypass, 1.0f);
+          } },
+        { "shelf",
+          [] (EditorStage& stage)
+          {
+              stage.rig.setBand (0, 8000.0f, 3.0f);
+              stage.rig.set (0, Kind::highShelf, 1.0f);
+          } },
+        { "mid", [] (EditorStage& stage) { hangOneInTheImage (stage, 0.2f); } },
+        { "side", [] (EditorStage& stage) { hangOneInTheImage (stage, 0.8f); } },
+        { "out-of-scale", chooseTooSmallAScale },
+        { "master-message", crossTheLimitsOfMaster },
+        { "target", measureNoise },
+    };
+
+    return states;
+}
