@@ -1,3 +1,4 @@
+#include "window/BandsByHost.h"
 #include "window/DisplayServer.h"
 #include "window/PluginWindow.h"
 
@@ -14,44 +15,13 @@
 // Pictures of the built plug-in's window in its states: screenshots FOLDER. Made with pointer and parameters, on a
 // display of its own.
 
+using BandsByHost::hang;
+using BandsByHost::hangTen;
+
 namespace
 {
 constexpr int screenWidth = 1600;
 constexpr int screenHeight = 1400;
-
-struct Band
-{
-    double frequencyHz;
-    double gainDb;
-    double q = 1.0;
-    bool shelf = false;
-    double midSide = 0.5;
-};
-
-void hang (PluginWindow& window, int number, const Band& band)
-{
-    const auto prefix = "Band " + std::to_string (number) + " ";
-    const auto normalised = [] (double value, double low, double high, double skew)
-    { return static_cast<float> (std::pow ((value - low) / (high - low), skew)); };
-
-    window.setNormalised (prefix + "Frequency", normalised (band.frequencyHz, 320.0, 20000.0, 0.3));
-    window.setNormalised (prefix + "Q", normalised (band.q, 0.5, 5.0, 1.0));
-    window.setNormalised (prefix + "High Shelf", band.shelf ? 1.0f : 0.0f);
-    window.setNormalised (prefix + "Mid/Side", static_cast<float> (band.midSide));
-    window.setNormalised (prefix + "Active", 1.0f);
-    window.setNormalised (prefix + "Gain", normalised (band.gainDb, -12.0, 12.0, 1.0));
-}
-
-void hangTen (PluginWindow& window)
-{
-    const std::vector<Band> bands {
-        { 400.0, -3.0 },  { 640.0, 2.0 },  { 1000.0, -4.0, 2.0 }, { 1500.0, 1.5 },       { 2400.0, 5.0, 1.5 },
-        { 3600.0, -2.5 }, { 5000.0, 3.5 }, { 7200.0, -6.0, 2.5 }, { 10000.0, 4.0, 1.5 }, { 14000.0, 6.0, 1.0, true }
-    };
-
-    for (std::size_t index = 0; index < bands.size(); ++index)
-        hang (window, static_cast<int> (index) + 1, bands[index]);
-}
 
 struct State
 {
@@ -59,7 +29,47 @@ struct State
     std::function<void (PluginWindow&)> reach;
 };
 
-const Band voice { 2400.0, 4.0 };
+const BandsByHost::Band voice { 2400.0, 4.0 };
+
+/** Places within the window by its size: the room ends 25 pixels from either side, 42 from above and 48 from below. */
+int middleX (PluginWindow& window)
+{
+    return window.size().width / 2;
+}
+
+/** The row of the voice's line. */
+int voiceLineY (PluginWindow& window)
+{
+    constexpr double heightOfRoom = 0.5127;
+    return 42 + static_cast<int> (std::lround (heightOfRoom * (window.size().height - 90)));
+}
+
+/** The scale of 4 dB, second of four cells on the floor, by hand; with a band that is beyond it. */
+void chooseTooSmallAScale (PluginWindow& window)
+{
+    hang (window, 1, { 900.0, 7.0 });
+    hang (window, 2, { 3000.0, -2.0 });
+    window.idleFor (std::chrono::milliseconds (300));
+
+    const auto roomWidth = window.size().width - 50;
+    const auto cellWidth = roomWidth / 30 * 2 / 4;
+    window.click (middleX (window) - cellWidth / 2, window.size().height - 60);
+    window.moveAway();
+}
+
+/** A drag in Master that goes on beyond what Master can do. */
+void crossTheLimitsOfMaster (PluginWindow& window)
+{
+    window.setNormalised ("Mix/Master Mode", 0.0f);
+    hang (window, 1, { 2400.0, 3.0 });
+    window.idleFor (std::chrono::milliseconds (300));
+
+    // Above the band's line, left of its panel.
+    const auto x = window.size().width / 4;
+    const auto y = window.size().height / 2 - 30;
+    window.drag (x, y, x, y - 60);
+    window.moveAway();
+}
 
 const std::vector<State> states {
     { "empty", [] (PluginWindow&) {} },
@@ -70,7 +80,14 @@ const std::vector<State> states {
       {
           hang (window, 1, voice);
           window.idleFor (std::chrono::milliseconds (200));
-          window.moveTo (150, 400);
+          window.moveTo (window.size().width / 4, voiceLineY (window));
+      } },
+    { "focus",
+      [] (PluginWindow& window)
+      {
+          hang (window, 1, voice);
+          window.idleFor (std::chrono::milliseconds (200));
+          window.moveTo (window.size().width / 4, window.size().height / 2 - 30);
       } },
     { "solo",
       [] (PluginWindow& window)
@@ -96,6 +113,8 @@ const std::vector<State> states {
       [] (PluginWindow& window) {
           hang (window, 1, { 2400.0, 4.0, 1.0, false, 0.8 });
       } },
+    { "out-of-scale", chooseTooSmallAScale },
+    { "master-message", crossTheLimitsOfMaster },
     { "gain-scale",
       [] (PluginWindow& window)
       {
