@@ -4,18 +4,16 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 /** A sound file that is read, of any kind that SoundEncoding knows. One thread. */
 class AudioInput
 {
 public:
-    /** Opens the file. Throws CommandError when it cannot be read, has no sound, or is damaged as far as that can be
-        told without decoding it. */
-    explicit AudioInput (const juce::File& file);
-
-    /** A file as the command line names it: `-` is the standard input, which is kept in a temporary file, as some kinds
-        of files are not read in one go. Throws CommandError. */
-    [[nodiscard]] static AudioInput fromArgument (const std::string& path);
+    /** Opens a file as the command line names it; `-` is the standard input. What comes through a pipe is kept in a
+        temporary file, as some kinds of files are not read in one go. Throws CommandError when it cannot be read, has
+       no sound, or is damaged as far as that can be told without decoding it. */
+    explicit AudioInput (const std::string& path);
 
     AudioInput (const AudioInput&) = delete;
     AudioInput& operator= (const AudioInput&) = delete;
@@ -34,12 +32,20 @@ public:
         read to its end, or ends before its header says so. */
     void read (juce::AudioBuffer<float>& block, juce::int64 start, int count);
 
+    /** How many samples of any channel that were read so far were no finite numbers. read() gives 0 for them. */
+    [[nodiscard]] juce::int64 notFiniteCount() const noexcept { return notFinite; }
+
+    /** What a user should know of the file, in sentences. @param subject what they call it; @param notFiniteSamples how
+        many of those that count were no finite numbers */
+    [[nodiscard]] std::vector<std::string> notes (const std::string& subject, juce::int64 notFiniteSamples) const;
+
 private:
-    AudioInput (std::unique_ptr<juce::InputStream> stream, std::string nameForSentences);
-
     [[noreturn]] void refuseDamaged() const;
+    void silenceWhatIsNotFinite (juce::AudioBuffer<float>& block, int count) noexcept;
 
-    /** In quotes. */
+    /** As sentences begin with it. */
     const std::string name;
     std::unique_ptr<SoundReader> reader;
+    bool cameThroughPipe = false;
+    juce::int64 notFinite = 0;
 };

@@ -2,7 +2,9 @@
 
 #include "app/CommandError.h"
 #include "app/FileArgument.h"
+#include "app/StandardOutputFile.h"
 #include "app/StandardStreams.h"
+#include "files/AtomicFile.h"
 #include "files/OutputPlace.h"
 
 #include <algorithm>
@@ -10,11 +12,6 @@
 
 namespace
 {
-std::string quoted (const juce::File& file)
-{
-    return "'" + file.getFullPathName().toStdString() + "'";
-}
-
 void requireThatItFits (const AudioOutput::Description& description)
 {
     const auto& [encoding, sampleRate, channels, length, extras] = description;
@@ -24,23 +21,25 @@ void requireThatItFits (const AudioOutput::Description& description)
                             "The result could not be made: " + encoding.description() + " " + *refusal + ".");
 }
 
-juce::File checkedPlace (const std::string& path)
+std::unique_ptr<IOutputFile> checkedPlace (const std::string& path)
 {
+    if (StandardStreams::isOutput (path))
+        return std::make_unique<StandardOutputFile>();
+
     const auto file = fileFor (path);
 
-    if (const auto result = OutputPlace::check (file, OutputPlace::Kind::sound); result.failed())
-        throw CommandError (ExitCode::unwritableOutput, result.getErrorMessage().toStdString());
+    if (const auto refusal = OutputPlace::refusal (file, OutputPlace::Kind::sound, path); refusal.has_value())
+        throw CommandError (ExitCode::unwritableOutput, *refusal);
 
-    return file;
+    return std::make_unique<AtomicFile> (file);
 }
 } // namespace
 
 AudioOutput::AudioOutput (const std::string& path, const Description& description)
-    : folder (StandardStreams::isMeant (path) ? std::make_unique<StandardStreams::PrivateFolder>() : nullptr),
-      file (folder != nullptr ? folder->file() : checkedPlace (path))
+    : name (StandardStreams::isOutput (path) ? "The standard output" : "'" + path + "'"), file (checkedPlace (path))
 {
     requireThatItFits (description);
-    auto stream = file.open();
+    auto stream = file->open();
 
     if (stream != nullptr)
         writer = SoundWriter::create (
@@ -74,7 +73,7 @@ void AudioOutput::write (const juce::AudioBuffer<float>& block, int start, int c
 {
     inspect (block, start, count);
 
-    if (! writer->writeFromAudioSampleBuffer (block, start, count) || file.hasFailed())
+    if (! writer->writeFromAudioSampleBuffer (block, start, count) || file->hasFailed())
         fail ("could not be written");
 }
 
@@ -83,20 +82,15 @@ void AudioOutput::commit()
     const auto stored = writer->finish();
     writer.reset();
 
-    if (! stored || file.hasFailed())
+    if (! stored || file->hasFailed())
         fail ("could not be written");
 
-    if (const auto result = file.commit(); result.failed())
-        fail ("could not be put in its place");
-
-    if (folder != nullptr)
-        StandardStreams::moveToOutput (file.destination());
+    if (! file->commit())
+        fail ("could not be written to");
 }
 
 void AudioOutput::fail (const std::string& what)
 {
     writer.reset();
-    throw CommandError (ExitCode::unwritableOutput,
-                        (folder != nullptr ? "The standard output" : quoted (file.destination())) + " " + what + ": "
-                            + file.reason().toStdString() + ".");
+    throw CommandError (ExitCode::unwritableOutput, name + " " + what + ": " + file->reason() + ".");
 }

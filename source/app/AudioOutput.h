@@ -1,7 +1,6 @@
 #pragma once
 
-#include "app/StandardStreams.h"
-#include "files/AtomicFile.h"
+#include "files/IOutputFile.h"
 #include "files/SoundWriter.h"
 
 #include <memory>
@@ -51,9 +50,9 @@ private:
     void inspect (const juce::AudioBuffer<float>& block, int start, int count) noexcept;
     [[noreturn]] void fail (const std::string& what);
 
-    /** Where the file grows up that is meant for the standard output. */
-    const std::unique_ptr<StandardStreams::PrivateFolder> folder;
-    AtomicFile file;
+    /** As sentences begin with it. */
+    const std::string name;
+    const std::unique_ptr<IOutputFile> file;
     std::unique_ptr<SoundWriter> writer;
     juce::int64 clipped = 0;
     float largest = 0.0f;

@@ -1,21 +1,12 @@
 #include "app/BandsFile.h"
 
-#include "app/CommandError.h"
-#include "app/FileArgument.h"
-
-#include <juce_core/juce_core.h>
+#include "app/InputFile.h"
 
 #include <sstream>
 
 std::vector<BandOption> BandsFile::read (const std::string& path)
 {
-    const auto file = fileFor (path);
-    juce::MemoryBlock bytes;
-
-    if (! file.existsAsFile() || ! file.loadFileAsData (bytes))
-        throw CommandError (ExitCode::unreadableInput, "'" + path + "' cannot be read.");
-
-    std::istringstream lines (std::string (static_cast<const char*> (bytes.getData()), bytes.getSize()));
+    std::istringstream lines (InputFile::read (path));
     std::vector<BandOption> bands;
     auto number = 1;
 

@@ -2,15 +2,10 @@
 
 #include "app/CommandError.h"
 
-#include <filesystem>
-
-juce::File fileFor (const std::string& path)
+std::filesystem::path fileFor (const std::string& path)
 {
     if (path.empty())
         throw CommandError (ExitCode::badArguments, "A file name is empty.");
-
-    if (! juce::CharPointer_UTF8::isValidString (path.c_str(), static_cast<int> (path.size())))
-        throw CommandError (ExitCode::badArguments, "The file name '" + path + "' is not UTF-8.");
 
     namespace fs = std::filesystem;
     const auto absolute = fs::absolute (path);
@@ -23,5 +18,11 @@ juce::File fileFor (const std::string& path)
     if (error)
         resolved = absolute.lexically_normal();
 
-    return juce::File (juce::String::fromUTF8 (resolved.c_str()));
+    return resolved;
+}
+
+bool isThere (const std::string& path)
+{
+    std::error_code error;
+    return std::filesystem::exists (fileFor (path), error);
 }

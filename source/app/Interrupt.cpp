@@ -1,9 +1,14 @@
 #include "app/Interrupt.h"
 
 #include "app/CommandError.h"
+#include "files/Remnant.h"
 
 #include <atomic>
+#include <cerrno>
 #include <csignal>
+#include <cstdint>
+#include <sys/eventfd.h>
+#include <unistd.h>
 
 namespace
 {
@@ -11,9 +16,21 @@ namespace
 std::atomic<bool> requested { false };
 static_assert (std::atomic<bool>::is_always_lock_free);
 
+/** Written before the handler can run. */
+int wakeUp = -1;
+
 void request (int)
 {
-    requested = true;
+    if (requested.exchange (true))
+    {
+        Remnant::removeAll();
+        ::_exit (static_cast<int> (ExitCode::interrupted));
+    }
+
+    const auto before = errno;
+    constexpr std::uint64_t one = 1;
+    [[maybe_unused]] const auto written = ::write (wakeUp, &one, sizeof (one));
+    errno = before;
 }
 
 /** A signal that is ignored stays so: a program started with nohup outlives its terminal. */
@@ -26,6 +43,7 @@ void takeOver (int signal)
 
 void Interrupt::install()
 {
+    wakeUp = ::eventfd (0, EFD_CLOEXEC | EFD_NONBLOCK);
     takeOver (SIGINT);
     takeOver (SIGTERM);
 
@@ -39,8 +57,18 @@ void Interrupt::install()
 #endif
 }
 
+bool Interrupt::isRequested() noexcept
+{
+    return requested;
+}
+
 void Interrupt::throwIfRequested()
 {
     if (requested)
         throw CommandError (ExitCode::interrupted, "Interrupted; nothing was written.");
+}
+
+int Interrupt::descriptor() noexcept
+{
+    return wakeUp;
 }

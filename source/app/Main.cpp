@@ -1,6 +1,8 @@
 #include "app/CommandError.h"
 #include "app/CommandLine.h"
 #include "app/Interrupt.h"
+#include "app/Printable.h"
+#include "app/StandardStreams.h"
 
 #include <juce_events/juce_events.h>
 
@@ -8,6 +10,7 @@
 
 int main (int argumentCount, char** arguments)
 {
+    StandardStreams::openClosed();
     Interrupt::install();
     const juce::ScopedJuceInitialiser_GUI framework;
 
@@ -17,12 +20,12 @@ int main (int argumentCount, char** arguments)
     }
     catch (const CommandError& error)
     {
-        std::cerr << "solvane: " << error.what() << '\n';
+        std::cerr << "solvane: " << printable (error.what()) << '\n';
         return static_cast<int> (error.code());
     }
     catch (const std::exception& error)
     {
-        std::cerr << "solvane: " << error.what() << '\n';
+        std::cerr << "solvane: " << printable (error.what()) << '\n';
         return static_cast<int> (ExitCode::failure);
     }
 }

@@ -8,6 +8,7 @@
 #include "app/MeasurementReport.h"
 #include "app/OfflineMeasurement.h"
 #include "app/PresetChoice.h"
+#include "app/Printable.h"
 #include "app/ProgressBar.h"
 #include "app/ServedAudio.h"
 #include "app/TimeRange.h"
@@ -45,7 +46,7 @@ std::pair<juce::int64, juce::int64> samplesOf (const TimeRange& range, const Aud
 
 Measurement measure (const std::string& path, const TimeRange& range, bool quiet)
 {
-    auto input = AudioInput::fromArgument (path);
+    AudioInput input (path);
     requireServedAudio (input, path);
 
     const auto [start, end] = samplesOf (range, input, path);
@@ -54,12 +55,18 @@ Measurement measure (const std::string& path, const TimeRange& range, bool quiet
     juce::AudioBuffer<float> block (input.channelCount(), blockLength);
     ProgressBar progress ("Measuring " + path, quiet);
 
+    juce::int64 notFiniteBefore = 0;
+
     // Read from the first sample on, wherever the range starts: not every format can be entered in its middle.
     for (juce::int64 position = 0; position < end;)
     {
         Interrupt::throwIfRequested();
         const auto next = position < start ? start : end;
         const auto count = static_cast<int> (std::min<juce::int64> (blockLength, next - position));
+
+        if (position == start)
+            notFiniteBefore = input.notFiniteCount();
+
         input.read (block, position, count);
 
         if (position >= start)
@@ -76,6 +83,8 @@ Measurement measure (const std::string& path, const TimeRange& range, bool quiet
     result.seconds = static_cast<double> (input.length()) / input.sampleRate();
     result.rangeStart = static_cast<double> (start) / input.sampleRate();
     result.rangeEnd = static_cast<double> (end) / input.sampleRate();
+    result.notFinite = input.notFiniteCount() - notFiniteBefore;
+    result.inputNotes = input.notes (path, result.notFinite);
     result.lufs = meters.lufs();
     result.bands = meters.bands();
     return result;
@@ -111,20 +120,21 @@ void MeasureCommand::run() const
 
             if (! quiet)
                 for (const auto& note : measurement.notes())
-                    std::cerr << "Note: " << note << '\n';
+                    std::cerr << "Note: " << printable (note) << '\n';
         }
         catch (const CommandError& error)
         {
             if (files.size() == 1 || error.code() == ExitCode::interrupted)
                 throw;
 
-            std::cerr << "solvane: " << error.what() << '\n';
+            std::cerr << "solvane: " << printable (error.what()) << '\n';
             list.push_back ({ { "file", file }, { "error", error.what() } });
         }
     }
 
+    // A name that is not UTF-8 cannot stand in JSON.
     if (json)
-        std::cout << list.dump (1) << '\n';
+        std::cout << list.dump (1, ' ', false, nlohmann::json::error_handler_t::replace) << '\n';
 
     if (! picture.empty() && ! measurements.empty())
         drawMeasurements (measurements, target, picture);

@@ -26,7 +26,7 @@ std::string secondsText (double seconds)
 
 std::vector<std::string> Measurement::notes() const
 {
-    std::vector<std::string> sentences;
+    auto sentences = inputNotes;
     const auto measured = rangeEnd - rangeStart;
 
     if (measured > storedSeconds)

@@ -4,6 +4,7 @@
 #include "dsp/meters/BandAnalyser.h"
 
 #include <array>
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -22,6 +23,12 @@ struct Measurement
     /** The part that was measured, in seconds. */
     double rangeStart = 0.0;
     double rangeEnd = 0.0;
+
+    /** Samples of that part that were no finite numbers, and count as silence. */
+    std::int64_t notFinite = 0;
+
+    /** What the file itself gives to say, in sentences. */
+    std::vector<std::string> inputNotes;
 
     float lufs = 0.0f;
     Levels bands {};

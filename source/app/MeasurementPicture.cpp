@@ -2,6 +2,7 @@
 
 #include "app/CommandError.h"
 #include "app/FileArgument.h"
+#include "app/Printable.h"
 #include "app/StandardStreams.h"
 #include "files/AtomicFile.h"
 #include "files/OutputPlace.h"
@@ -168,12 +169,13 @@ void drawLevels (juce::Graphics& graphics,
     {
         const auto& measurement = measurements[index];
         drawLine (graphics, diagram, atLoudness (measurement.bands, -measurement.lufs), colourOf (index), 2.0f);
-        drawLegend (graphics,
-                    diagram,
-                    static_cast<int> (index) + firstRow,
-                    rows,
-                    juce::String::fromUTF8 (measurement.file.c_str()).fromLastOccurrenceOf ("/", false, false),
-                    colourOf (index));
+        drawLegend (
+            graphics,
+            diagram,
+            static_cast<int> (index) + firstRow,
+            rows,
+            juce::String::fromUTF8 (printable (measurement.file).c_str()).fromLastOccurrenceOf ("/", false, false),
+            colourOf (index));
     }
 }
 
@@ -203,17 +205,18 @@ void requirePictureMayStand (const std::string& path, const std::vector<std::str
 {
     const auto file = fileFor (path);
 
-    if (! file.hasFileExtension ("png"))
+    if (! juce::String (printable (file.extension().string())).equalsIgnoreCase (".png"))
         throw CommandError (ExitCode::badArguments, "--picture draws a PNG, and '" + path + "' does not end in .png.");
 
-    std::vector<juce::File> measured;
+    std::vector<std::filesystem::path> measured;
 
     for (const auto& each : measuredFiles)
-        if (! StandardStreams::isMeant (each))
+        if (! StandardStreams::isInput (each))
             measured.push_back (fileFor (each));
 
-    if (const auto result = OutputPlace::check (file, OutputPlace::Kind::picture, measured); result.failed())
-        throw CommandError (ExitCode::unwritableOutput, result.getErrorMessage().toStdString());
+    if (const auto refusal = OutputPlace::refusal (file, OutputPlace::Kind::picture, path, measured);
+        refusal.has_value())
+        throw CommandError (ExitCode::unwritableOutput, *refusal);
 }
 
 void drawMeasurements (const std::vector<Measurement>& measurements,
@@ -234,10 +237,8 @@ void drawMeasurements (const std::vector<Measurement>& measurements,
     auto stream = file.open();
     const auto drawn = stream != nullptr && juce::PNGImageFormat().writeImageToStream (image, *stream);
     stream.reset();
-    const auto stored = drawn ? file.commit() : juce::Result::fail (file.reason());
 
-    if (stored.failed())
+    if (! drawn || ! file.commit())
         throw CommandError (ExitCode::unwritableOutput,
-                            "The picture '" + path + "' could not be written: " + stored.getErrorMessage().toStdString()
-                                + ".");
+                            "The picture '" + path + "' could not be written: " + file.reason() + ".");
 }

@@ -1,5 +1,6 @@
 #include "app/MeasurementReport.h"
 
+#include "app/Printable.h"
 #include "app/TimeRange.h"
 
 #include <juce_core/juce_core.h>
@@ -59,7 +60,7 @@ void MeasurementReport::print (const Measurement& measurement, const Measurement
 {
     const auto whole = measurement.rangeStart == 0.0 && measurement.rangeEnd == measurement.seconds;
 
-    std::cout << measurement.file << " (" << juce::String (measurement.sampleRate, 0) << " Hz, "
+    std::cout << printable (measurement.file) << " (" << juce::String (measurement.sampleRate, 0) << " Hz, "
               << (measurement.channels == 1 ? "mono" : "stereo") << ", " << std::fixed << std::setprecision (2)
               << measurement.seconds << " s"
               << (whole ? std::string()
@@ -96,5 +97,6 @@ nlohmann::json MeasurementReport::toJson (const Measurement& measurement, const 
              { "bands", listOf (measurement.bands) },
              { "target", ::toJson (target) },
              { "adjustments", target.exists ? listOf (measurement.adjustments) : nlohmann::json() },
+             { "notFiniteSamples", measurement.notFinite },
              { "notes", measurement.notes() } };
 }

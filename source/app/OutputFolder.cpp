@@ -47,12 +47,12 @@ std::vector<RenderRequest> OutputFolder::requestsFor (const std::vector<std::str
                                                       const RenderRequest& common)
 {
     std::vector<RenderRequest> requests;
-    std::map<juce::String, std::string> inputOf;
-    std::map<juce::String, std::string> inputAt;
+    std::map<fs::path, std::string> inputOf;
+    std::map<fs::path, std::string> inputAt;
 
     for (const auto& input : inputs)
     {
-        if (StandardStreams::isMeant (input))
+        if (StandardStreams::isInput (input))
             throw CommandError (ExitCode::badArguments,
                                 "The standard input has no name that a file in a folder could get.");
 
@@ -60,29 +60,31 @@ std::vector<RenderRequest> OutputFolder::requestsFor (const std::vector<std::str
         request.input = input;
         request.output = (fs::path (folder) / nameFor (input, common.format)).string();
         requests.push_back (request);
-        inputAt.emplace (fileFor (input).getFullPathName(), input);
+        inputAt.emplace (fileFor (input), input);
     }
 
     for (const auto& request : requests)
     {
-        const auto place = fileFor (request.output).getFullPathName();
+        const auto place = fileFor (request.output);
 
         if (const auto [entry, isNew] = inputOf.emplace (place, request.input); ! isNew)
             throw CommandError (ExitCode::badArguments,
                                 "'" + entry->second + "' and '" + request.input + "' would both become '"
                                     + request.output + "'.");
 
-        if (const auto other = inputAt.find (place);
-            other != inputAt.end() && fileFor (request.input).getFullPathName() != place)
+        if (const auto other = inputAt.find (place); other != inputAt.end() && fileFor (request.input) != place)
             throw CommandError (ExitCode::badArguments,
                                 "'" + request.input + "' would take the place of '" + other->second
                                     + "', which is to be read too.");
     }
 
-    if (const auto made = fileFor (folder).createDirectory(); made.failed())
+    std::error_code error;
+    fs::create_directories (fileFor (folder), error);
+
+    if (error || ! fs::is_directory (fileFor (folder), error))
         throw CommandError (ExitCode::unwritableOutput,
-                            "The folder '" + folder + "' cannot be made: " + made.getErrorMessage().toStdString()
-                                + ".");
+                            "The folder '" + folder
+                                + "' cannot be made: " + (error ? error.message() : "a file stands there") + ".");
 
     return requests;
 }

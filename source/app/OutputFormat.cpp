@@ -16,7 +16,7 @@ using Width = SoundEncoding::Width;
 std::string endingOf (const std::string& path)
 {
     const auto ending =
-        StandardStreams::isMeant (path) ? std::string() : std::filesystem::path (path).extension().string();
+        StandardStreams::isOutput (path) ? std::string() : std::filesystem::path (path).extension().string();
     return ending.empty() ? ending : ending.substr (1);
 }
 

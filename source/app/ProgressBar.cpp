@@ -1,5 +1,7 @@
 #include "app/ProgressBar.h"
 
+#include "app/Printable.h"
+
 #include <algorithm>
 #include <iostream>
 
@@ -24,8 +26,8 @@ bool standardErrorIsTerminal()
 }
 } // namespace
 
-ProgressBar::ProgressBar (std::string labelToUse, bool quiet)
-    : label (std::move (labelToUse)), shown (! quiet && standardErrorIsTerminal())
+ProgressBar::ProgressBar (const std::string& labelToUse, bool quiet)
+    : label (printable (labelToUse)), shown (! quiet && standardErrorIsTerminal())
 {
 }
 

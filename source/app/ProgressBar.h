@@ -8,7 +8,7 @@ class ProgressBar
 {
 public:
     /** @param quiet shows nothing on a terminal either */
-    explicit ProgressBar (std::string label, bool quiet = false);
+    explicit ProgressBar (const std::string& label, bool quiet = false);
 
     /** Wipes the bar, so that the next line stands alone. */
     ~ProgressBar();

@@ -2,6 +2,7 @@
 
 #include "app/CommandError.h"
 #include "app/OutputFolder.h"
+#include "app/Printable.h"
 #include "app/RenderPool.h"
 #include "app/RenderReport.h"
 #include "app/StandardStreams.h"
@@ -26,7 +27,7 @@ public:
         list.push_back ({ { "input", request.input }, { "output", request.output }, { "skipped", true } });
 
         if (! json && ! quiet)
-            std::cout << "Kept:   " << request.output << " is there already\n";
+            std::cout << "Kept:   " << printable (request.output) << " is there already\n";
     }
 
     void show (const RenderResult& result)
@@ -38,20 +39,21 @@ public:
 
         if (! quiet)
             for (const auto& note : result.notes)
-                std::cerr << "Note: " << (alone ? "" : result.input + ": ") << note << '\n';
+                std::cerr << "Note: " << printable ((alone ? "" : result.input + ": ") + note) << '\n';
     }
 
     void show (const RenderRequest& request, const CommandError& error)
     {
         ++failed;
         list.push_back ({ { "input", request.input }, { "output", request.output }, { "error", error.what() } });
-        std::cerr << "solvane: " << error.what() << '\n';
+        std::cerr << "solvane: " << printable (error.what()) << '\n';
     }
 
     void finish() const
     {
         if (json)
-            std::cout << list.dump (1) << '\n';
+            // A name that is not UTF-8 cannot stand in JSON.
+            std::cout << list.dump (1, ' ', false, nlohmann::json::error_handler_t::replace) << '\n';
     }
 
     [[nodiscard]] std::size_t failedCount() const noexcept { return failed; }
@@ -90,7 +92,7 @@ void RenderCommand::run() const
     const auto alone = folder.empty();
     std::optional<StandardStreams::PrintToErrors> outputIsSound;
 
-    if (alone && StandardStreams::isMeant (all.front().output))
+    if (alone && StandardStreams::isOutput (all.front().output))
         outputIsSound.emplace();
 
     const auto cores = static_cast<int> (std::max (1u, std::thread::hardware_concurrency()));

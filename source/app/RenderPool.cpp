@@ -132,7 +132,7 @@ void RenderPool::run (bool quiet, const Report& report)
         {
             Interrupt::throwIfRequested();
 
-            if (request.existing == RenderRequest::Existing::skip && fileFor (request.output).exists())
+            if (request.existing == RenderRequest::Existing::skip && isThere (request.output))
                 outcomes[index].emplace().skipped = true;
             else
                 jobs.push_back (std::make_unique<Job> (index, std::make_unique<RenderTask> (request), signal));

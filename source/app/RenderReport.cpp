@@ -1,5 +1,7 @@
 #include "app/RenderReport.h"
 
+#include "app/Printable.h"
+
 #include <cmath>
 #include <iomanip>
 #include <iostream>
@@ -58,7 +60,7 @@ void RenderReport::print (const RenderResult& result)
 {
     // A stream of its own, whose form of numbers begins the same for every file.
     std::ostringstream text;
-    text << "Input:  " << result.input << " (" << result.inputFormat << ", " << result.sampleRate << " Hz, "
+    text << "Input:  " << printable (result.input) << " (" << result.inputFormat << ", " << result.sampleRate << " Hz, "
          << (result.channels == 1 ? "mono" : "stereo") << ", " << std::fixed << std::setprecision (2) << result.seconds
          << " s)\n"
          << "Filter: " << (result.mode == FilterMode::mix ? "Mix" : "Master") << ", " << phaseText (result.phase)
@@ -76,7 +78,8 @@ void RenderReport::print (const RenderResult& result)
     if (! result.preset.empty())
         text << "  Preset " << result.preset << " (a target; it changes no sound)\n";
 
-    text << "Result: " << result.output << " (" << result.outputFormat << ", " << peakText (result.peak) << ")\n";
+    text << "Result: " << printable (result.output) << " (" << result.outputFormat << ", " << peakText (result.peak)
+         << ")\n";
     std::cout << text.str();
 }
 
@@ -103,5 +106,6 @@ nlohmann::json RenderReport::toJson (const RenderResult& result)
              { "preset", result.preset.empty() ? nlohmann::json() : nlohmann::json (result.preset) },
              { "peakDb", result.peak > 0.0f ? nlohmann::json (peakDb (result.peak)) : nlohmann::json() },
              { "clippedSamples", result.clipped },
+             { "notFiniteSamples", result.notFinite },
              { "notes", result.notes } };
 }

@@ -23,8 +23,8 @@ SoundEncoding encodingFor (const RenderRequest& request, const AudioInput& sourc
 /** Looks before anything is opened. */
 const RenderRequest& checked (const RenderRequest& request)
 {
-    if (request.existing == RenderRequest::Existing::refuse && ! StandardStreams::isMeant (request.output)
-        && fileFor (request.output).exists())
+    if (request.existing == RenderRequest::Existing::refuse && ! StandardStreams::isOutput (request.output)
+        && isThere (request.output))
         throw CommandError (ExitCode::unwritableOutput,
                             "'" + request.output + "' is there already, and --no-overwrite was given.");
 
@@ -34,8 +34,8 @@ const RenderRequest& checked (const RenderRequest& request)
 /** Where the result will be other than the settings let one expect. */
 std::vector<std::string> notesOn (const EqualiserSettings& settings, OfflineRenderer& renderer)
 {
-    std::vector<std::string> notes;
     const auto& model = renderer.processor().model;
+    std::vector<std::string> notes;
 
     if (model.filterMode() == FilterMode::master && ! model.canUseMasterMode())
         notes.emplace_back (
@@ -73,7 +73,7 @@ std::vector<std::string> notesOn (const EqualiserSettings& settings, OfflineRend
 } // namespace
 
 RenderTask::RenderTask (const RenderRequest& request)
-    : source (AudioInput::fromArgument (checked (request).input)),
+    : source (checked (request).input),
       encoding (encodingFor (request, source)),
       renderer (source.sampleRate(), source.channelCount(), request.blockSize, request.settings),
       target (request.output,
@@ -133,7 +133,11 @@ void RenderTask::run()
     Interrupt::throwIfRequested();
     target.commit();
     outcome.peak = target.peak();
+    outcome.notFinite = source.notFiniteCount();
     outcome.clipped = encoding.wholeNumberBits() > 0 ? target.clippedCount() : 0;
+
+    const auto more = source.notes ("the input", outcome.notFinite);
+    outcome.notes.insert (outcome.notes.begin(), more.begin(), more.end());
 
     if (outcome.clipped > 0)
         outcome.notes.push_back (std::to_string (outcome.clipped)

@@ -65,6 +65,9 @@ struct RenderResult
     float peak = 0.0f;
     juce::int64 clipped = 0;
 
+    /** Samples of the input that were no finite numbers, and count as silence. */
+    juce::int64 notFinite = 0;
+
     /** Where the result is other than the settings let one expect, in sentences. */
     std::vector<std::string> notes;
 };

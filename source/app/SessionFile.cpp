@@ -1,17 +1,14 @@
 #include "app/SessionFile.h"
 
 #include "app/CommandError.h"
-#include "app/FileArgument.h"
+#include "app/InputFile.h"
 #include "core/PluginProcessor.h"
 #include "core/session/SessionXml.h"
 
 std::unique_ptr<juce::XmlElement> SessionFile::load (const std::string& path, juce::MemoryBlock& block)
 {
-    const auto source = fileFor (path);
-
-    if (! source.existsAsFile() || ! source.loadFileAsData (block))
-        throw CommandError (ExitCode::unreadableInput, "'" + path + "' cannot be read.");
-
+    const auto bytes = InputFile::read (path);
+    block.replaceAll (bytes.data(), bytes.size());
     auto root = SessionXml::parse (block.getData(), static_cast<int> (block.getSize()));
 
     if (root == nullptr || ! root->hasTagName ("ZVQ_Processor"))

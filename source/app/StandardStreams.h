@@ -1,42 +1,25 @@
 #pragma once
 
-#include <juce_core/juce_core.h>
-
 #include <iostream>
-#include <memory>
 #include <string>
 
-/** Standard input and output as places of sound files. A `-` on the command line means them. */
+/** Standard input and output as places of sound files. A `-` on the command line means them, and so do the system's
+    names for them. */
 namespace StandardStreams
 {
-[[nodiscard]] inline bool isMeant (const std::string& path) noexcept
-{
-    return path == "-";
-}
+/** Opens what the program was started without, so that no file of its own gets one of the three numbers and is taken
+   for a stream. Reading from it, or printing to it, fails at once. To be called before anything is opened. */
+void openClosed();
 
-/** Everything that the standard input gives, from a file without a name, which goes with the stream. Throws
-    CommandError. */
-[[nodiscard]] std::unique_ptr<juce::InputStream> spoolInput();
+/** Whether a file name on the command line means the standard input. */
+[[nodiscard]] bool isInput (const std::string& path) noexcept;
 
-/** Copies a file to the standard output; its name is gone before, and the rest afterwards. Throws CommandError. */
-void moveToOutput (const juce::File& file);
+/** Whether it means the standard output. */
+[[nodiscard]] bool isOutput (const std::string& path) noexcept;
 
-/** A folder that only this user sees, removed with the object. Throws CommandError. */
-class PrivateFolder
-{
-public:
-    PrivateFolder();
-    ~PrivateFolder();
-
-    PrivateFolder (const PrivateFolder&) = delete;
-    PrivateFolder& operator= (const PrivateFolder&) = delete;
-
-    /** The one file that is meant to stand in it. */
-    [[nodiscard]] juce::File file() const { return folder.getChildFile ("sound"); }
-
-private:
-    juce::File folder;
-};
+/** Waits until a descriptor is ready for an event of poll(). Throws CommandError (interrupted) when a signal comes,
+    so that Ctrl-C is heard while nothing else is. */
+void waitFor (int descriptor, short event);
 
 /** While it lives, what is printed goes to the error stream, since the standard output carries sound. */
 class PrintToErrors

@@ -1,5 +1,6 @@
 #include "app/StateCommand.h"
 
+#include "app/Printable.h"
 #include "app/SessionFile.h"
 #include "core/parameters/ParameterTable.h"
 #include "core/session/SessionXml.h"
@@ -91,13 +92,20 @@ std::vector<std::pair<std::string, const juce::XmlElement*>> storesOf (const juc
     return stores;
 }
 
+/** A session may hold what steers a terminal. */
+std::string
+printableAttribute (const juce::XmlElement& element, const juce::String& name, const juce::String& defaultText = {})
+{
+    return printable (element.getStringAttribute (name, defaultText).toStdString());
+}
+
 void describeSettings (const juce::XmlElement& settings)
 {
     std::cout << "Target of the user's: " << (isTargetSet (settings) ? "set" : "not set") << ", "
-              << settings.getStringAttribute ("lufs-overall", "0") << " LUFS, bands";
+              << printableAttribute (settings, "lufs-overall", "0") << " LUFS, bands";
 
     for (int band = 0; band < 10; ++band)
-        std::cout << ' ' << settings.getStringAttribute ("lufs-" + juce::String (band), "0");
+        std::cout << ' ' << printableAttribute (settings, "lufs-" + juce::String (band), "0");
 
     std::cout << "\nWindow: " << settings.getIntAttribute ("width", 0) << " by "
               << settings.getIntAttribute ("height", 0) << "\nRoom scale: " << scaleOf (settings)
@@ -108,8 +116,8 @@ void describeSettings (const juce::XmlElement& settings)
 
 void describeTrack (const juce::XmlElement& track)
 {
-    std::cout << "Reference track: " << track.getStringAttribute ("display-name") << ", file "
-              << track.getStringAttribute ("file-path") << '\n';
+    std::cout << "Reference track: " << printableAttribute (track, "display-name") << ", file "
+              << printableAttribute (track, "file-path") << '\n';
 
     for (const auto* loop : track.getChildWithTagNameIterator ("loop"))
         std::cout << "  Loop from sample " << loop->getIntAttribute ("start-samples", 0) << " to "

@@ -1,128 +1,83 @@
 #include "files/AtomicFile.h"
 
+#include "files/FileOutput.h"
 #include "files/OutputPlace.h"
 
-#include <algorithm>
-#include <filesystem>
+#include <cerrno>
+#include <cstdio>
+#include <unistd.h>
 
 namespace
 {
-std::filesystem::path pathOf (const juce::File& file)
+namespace fs = std::filesystem;
+
+fs::path hiddenNameBeside (const fs::path& target)
 {
-    return file.getFullPathName().toStdString();
+    const auto name =
+        ".solvane-" + std::to_string (::getpid()) + "-" + std::to_string (juce::Time::getHighResolutionTicks()) + "-";
+
+    for (auto number = 0;; ++number)
+    {
+        const auto place = target.parent_path() / (name + std::to_string (number) + ".part");
+        std::error_code error;
+
+        if (! fs::exists (fs::symlink_status (place, error)))
+            return place;
+    }
 }
 } // namespace
 
-/** What became of the stream. Outlives it, as writers store their last bytes when they die. */
-struct AtomicFile::Record
-{
-    bool failed = false;
-    juce::String reason;
-
-    /** Size that the file must have, in bytes. */
-    juce::int64 end = 0;
-
-    void note (const juce::Result& result)
-    {
-        if (result.wasOk() || failed)
-            return;
-
-        failed = true;
-        reason = result.getErrorMessage();
-    }
-};
-
-/** Tells whether everything that a writer handed over reached the file. */
-class AtomicFile::CheckedStream final : public juce::OutputStream
-{
-public:
-    CheckedStream (const juce::File& file, std::shared_ptr<Record> recordToKeep)
-        : stream (file), record (std::move (recordToKeep))
-    {
-        record->note (stream.getStatus());
-    }
-
-    ~CheckedStream() override { flush(); }
-
-    void flush() override
-    {
-        stream.flush();
-        record->note (stream.getStatus());
-    }
-
-    bool setPosition (juce::int64 position) override { return noted (stream.setPosition (position)); }
-    juce::int64 getPosition() override { return stream.getPosition(); }
-
-    bool write (const void* data, size_t byteCount) override
-    {
-        const auto succeeded = noted (stream.write (data, byteCount));
-        record->end = std::max (record->end, stream.getPosition());
-        return succeeded;
-    }
-
-private:
-    bool noted (bool succeeded)
-    {
-        record->note (stream.getStatus());
-        record->failed |= ! succeeded;
-        return succeeded;
-    }
-
-    juce::FileOutputStream stream;
-    std::shared_ptr<Record> record;
-};
-
-AtomicFile::AtomicFile (const juce::File& targetToUse)
+AtomicFile::AtomicFile (const fs::path& targetToUse)
     : target (OutputPlace::behindLinks (targetToUse)),
-      partial (target.getSiblingFile (".solvane-" + juce::String (juce::Time::getHighResolutionTicks()) + ".part")
-                   .getNonexistentSibling()),
-      record (std::make_shared<Record>())
+      partial (hiddenNameBeside (target)),
+      written (std::make_shared<WrittenFile>())
 {
 }
 
 AtomicFile::~AtomicFile()
 {
-    partial.deleteFile();
+    if (remnant.has_value())
+        ::unlink (partial.c_str());
 }
 
 std::unique_ptr<juce::OutputStream> AtomicFile::open()
 {
-    auto stream = std::make_unique<CheckedStream> (partial, record);
+    remnant.emplace (partial);
+    written->file = Descriptor::toMake (partial);
 
-    if (record->failed)
+    if (! written->file.isOpen())
+    {
+        written->fail();
+        remnant.reset();
         return {};
+    }
 
     // What others may not read must not lie open while it is made anew.
     takePermissionsOfTarget();
-    return stream;
+    return std::make_unique<FileOutput> (written);
 }
 
-bool AtomicFile::hasFailed() const noexcept
+bool AtomicFile::commit()
 {
-    return record->failed;
-}
-
-juce::String AtomicFile::reason() const
-{
-    return record->reason.isNotEmpty() ? record->reason : juce::String ("the disk is full, or the file grew too large");
-}
-
-juce::Result AtomicFile::commit()
-{
-    // A disk that has room for a part of the last bytes reports no error for them.
-    if (record->failed || partial.getSize() != record->end)
-        return juce::Result::fail (reason());
+    if (! written->isWhole())
+        return false;
 
     takePermissionsOfTarget();
-    std::error_code error;
-    std::filesystem::rename (pathOf (partial), pathOf (target), error);
-    return error ? juce::Result::fail (juce::String (error.message())) : juce::Result::ok();
+
+    if (std::rename (partial.c_str(), target.c_str()) != 0)
+    {
+        written->fail();
+        return false;
+    }
+
+    remnant.reset();
+    return true;
 }
 
 void AtomicFile::takePermissionsOfTarget() const
 {
     std::error_code error;
 
-    if (const auto existing = std::filesystem::status (pathOf (target), error); std::filesystem::exists (existing))
-        std::filesystem::permissions (pathOf (partial), existing.permissions(), error);
+    if (const auto existing = fs::status (target, error); fs::exists (existing))
+        fs::permissions (partial, existing.permissions(), error);
 }

@@ -1,24 +1,14 @@
 #include "files/OutputPlace.h"
 
+#include "files/FileInput.h"
 #include "files/SoundStreams.h"
 
 #include <array>
-#include <cstring>
-#include <filesystem>
+#include <unistd.h>
 
 namespace
 {
 namespace fs = std::filesystem;
-
-fs::path pathOf (const juce::File& file)
-{
-    return file.getFullPathName().toStdString();
-}
-
-juce::String quoted (const juce::File& file)
-{
-    return "'" + file.getFullPathName() + "'";
-}
 
 bool isSound (juce::InputStream& stream)
 {
@@ -34,82 +24,91 @@ bool isPicture (juce::InputStream& stream)
            && start == signature;
 }
 
-juce::Result checkWhatStandsThere (const juce::File& place, OutputPlace::Kind kind)
+/** How the sentence about what stands there goes on behind its name; nothing for what may be replaced. */
+std::optional<std::string> objectionTo (const fs::path& place, OutputPlace::Kind kind)
 {
-    juce::FileInputStream stream (place);
+    auto file = Descriptor::toRead (place);
 
-    if (! stream.openedOk())
-        return juce::Result::fail (quoted (place) + " is there already, and may not be read by this user.");
+    if (! file.isOpen())
+        return "is there already, and may not be read by this user.";
+
+    FileInput stream (std::move (file));
 
     if (stream.getTotalLength() == 0)
-        return juce::Result::ok();
+        return {};
 
     const auto isSoundWanted = kind == OutputPlace::Kind::sound;
 
     if (isSoundWanted ? isSound (stream) : isPicture (stream))
-        return juce::Result::ok();
+        return {};
 
-    return juce::Result::fail (quoted (place) + " is there already, and is no "
-                               + (isSoundWanted ? "sound file" : "PNG picture")
-                               + ". Remove it, or choose another name.");
+    return std::string ("is there already, and is no ") + (isSoundWanted ? "sound file" : "PNG picture")
+           + ". Remove it, or choose another name.";
 }
 } // namespace
 
-juce::File OutputPlace::behindLinks (juce::File file)
+fs::path OutputPlace::behindLinks (fs::path file)
 {
     constexpr int longestChain = 40;
+    std::error_code error;
 
-    for (int step = 0; step < longestChain && file.isSymbolicLink(); ++step)
+    for (int step = 0; step < longestChain && fs::is_symlink (fs::symlink_status (file, error)); ++step)
     {
-        const auto link = pathOf (file);
-        std::error_code error;
-        const auto next = fs::read_symlink (link, error);
+        const auto next = fs::read_symlink (file, error);
 
         if (error)
             break;
 
         // Where the system would go: `..` behind a linked folder leads up from what it stands for.
-        const auto joined = link.parent_path() / next;
+        const auto joined = file.parent_path() / next;
         const auto folder = fs::weakly_canonical (joined.parent_path(), error);
-        file = juce::File (
-            juce::String::fromUTF8 ((error ? joined.lexically_normal() : folder / joined.filename()).c_str()));
+        file = error ? joined.lexically_normal() : folder / joined.filename();
     }
 
     return file;
 }
 
-bool OutputPlace::isSameFile (const juce::File& one, const juce::File& other)
+bool OutputPlace::isSameFile (const fs::path& one, const fs::path& other)
 {
     std::error_code error;
-    return fs::equivalent (pathOf (one), pathOf (other), error);
+    return fs::equivalent (one, other, error);
 }
 
-juce::Result OutputPlace::check (const juce::File& givenPlace, Kind kind, const std::vector<juce::File>& spared)
+std::optional<std::string> OutputPlace::refusal (const fs::path& givenPlace,
+                                                 Kind kind,
+                                                 const std::string& name,
+                                                 const std::vector<fs::path>& spared)
 {
+    const auto quoted = "'" + name + "' ";
+    std::error_code error;
+    const auto status = fs::status (givenPlace, error);
+
+    if (fs::is_directory (status))
+        return quoted + "is a folder.";
+
+    // A device or a pipe would be replaced by a file.
+    if (fs::exists (status) && ! fs::is_regular_file (status))
+        return quoted + "is not an ordinary file.";
+
     const auto place = behindLinks (givenPlace);
 
-    if (place.isDirectory())
-        return juce::Result::fail (quoted (place) + " is a folder.");
-
-    if (! place.getParentDirectory().isDirectory())
-        return juce::Result::fail ("There is no folder " + quoted (place.getParentDirectory()) + ".");
+    if (! fs::is_directory (place.parent_path(), error))
+    {
+        const auto asTyped = fs::path (name).parent_path();
+        const auto missing = place == givenPlace && ! asTyped.empty() ? asTyped : place.parent_path();
+        return "There is no folder '" + missing.string() + "'.";
+    }
 
     for (const auto& file : spared)
         if (isSameFile (place, file))
-            return juce::Result::fail (quoted (place) + " is what is read; it would be lost.");
-
-    std::error_code error;
-    const auto status = fs::status (pathOf (place), error);
+            return quoted + "is what is read; it would be lost.";
 
     if (! fs::exists (status))
-        return juce::Result::ok();
+        return {};
 
-    // A device or a pipe would be replaced by a file.
-    if (! fs::is_regular_file (status))
-        return juce::Result::fail (quoted (place) + " is not an ordinary file.");
+    if (::access (place.c_str(), W_OK) != 0)
+        return quoted + "may not be written to by this user.";
 
-    if (! place.hasWriteAccess())
-        return juce::Result::fail (quoted (place) + " may not be written to by this user.");
-
-    return checkWhatStandsThere (place, kind);
+    const auto objection = objectionTo (place, kind);
+    return objection.has_value() ? std::optional (quoted + *objection) : std::nullopt;
 }

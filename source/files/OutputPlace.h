@@ -1,7 +1,8 @@
 #pragma once
 
-#include <juce_core/juce_core.h>
-
+#include <filesystem>
+#include <optional>
+#include <string>
 #include <vector>
 
 /** Looks at the place where a program is about to write, so that no output destroys what is not its own. */
@@ -15,12 +16,16 @@ enum class Kind
 };
 
 /** What a symbolic link stands for, also where nothing is there yet; everything else as it is. */
-[[nodiscard]] juce::File behindLinks (juce::File file);
+[[nodiscard]] std::filesystem::path behindLinks (std::filesystem::path file);
 
 /** Whether both are the same file of the system, whatever their names: by links, hard links, other ways of writing. */
-[[nodiscard]] bool isSameFile (const juce::File& one, const juce::File& other);
+[[nodiscard]] bool isSameFile (const std::filesystem::path& one, const std::filesystem::path& other);
 
-/** Fails with a sentence where nothing can be written, or where something stands that must not be replaced: a folder, a
-    device, a pipe, a file of another kind, or one of `spared`. A symbolic link is followed. */
-[[nodiscard]] juce::Result check (const juce::File& place, Kind kind, const std::vector<juce::File>& spared = {});
+/** A sentence where nothing can be written, or where something stands that must not be replaced: a folder, a device, a
+    pipe, a file of another kind, or one of `spared`. Nothing where all is well. A symbolic link is followed.
+    @param name what the sentence calls the place */
+[[nodiscard]] std::optional<std::string> refusal (const std::filesystem::path& place,
+                                                  Kind kind,
+                                                  const std::string& name,
+                                                  const std::vector<std::filesystem::path>& spared = {});
 } // namespace OutputPlace

@@ -21,7 +21,7 @@ bool standsForUnknown (juce::int64 size) noexcept
         if (size >= end - page && size <= end + page)
             return true;
 
-    return size < 0 || size > (juce::int64 { 1 } << 60);
+    return size > (juce::int64 { 1 } << 60);
 }
 
 class ChunkedFile
@@ -29,7 +29,7 @@ class ChunkedFile
 public:
     explicit ChunkedFile (juce::InputStream& streamToRead) : stream (streamToRead), length (stream.getTotalLength()) {}
 
-    [[nodiscard]] Verdict verdict()
+    [[nodiscard]] PromisedSize look()
     {
         const auto magic = word (0);
 
@@ -48,7 +48,7 @@ public:
         if (magic == "caff")
             return judge (caf());
 
-        return Verdict::kept;
+        return {};
     }
 
 private:
@@ -58,17 +58,21 @@ private:
         juce::int64 size = 0;
     };
 
-    [[nodiscard]] Verdict judge (const std::optional<Samples>& samples) const
+    [[nodiscard]] PromisedSize judge (const std::optional<Samples>& samples) const
     {
         // A header that ends before the samples begin has not kept its promise either.
         if (! samples.has_value())
-            return Verdict::broken;
+            return { Verdict::broken };
 
         if (samples->size == 0)
-            return Verdict::nothing;
+            return { Verdict::nothing };
 
-        return samples->size > length - samples->start && ! standsForUnknown (samples->size) ? Verdict::broken
-                                                                                             : Verdict::kept;
+        const auto present = length - samples->start;
+
+        if (samples->size < 0 || samples->size <= present)
+            return {};
+
+        return { standsForUnknown (samples->size) ? Verdict::open : Verdict::broken, samples->size, present };
     }
 
     [[nodiscard]] std::optional<Samples> riff (bool bigEndian)
@@ -185,7 +189,7 @@ private:
 };
 } // namespace
 
-Verdict PromisedSize::look (juce::InputStream& stream)
+PromisedSize PromisedSize::look (juce::InputStream& stream)
 {
-    return ChunkedFile (stream).verdict();
+    return ChunkedFile (stream).look();
 }

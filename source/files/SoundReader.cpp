@@ -1,7 +1,6 @@
 #include "files/SoundReader.h"
 
 #include "files/MpegScan.h"
-#include "files/PromisedSize.h"
 
 #include <algorithm>
 #include <array>
@@ -45,8 +44,13 @@ std::optional<sf_count_t> countSamples (SNDFILE* handle, int channels)
     return sf_error (handle) == SF_ERR_NO_ERROR ? std::optional (total) : std::nullopt;
 }
 
-/** The true number of samples goes into `info`. `handle` is opened anew where it had to be used up. */
-Failure verify (juce::InputStream& stream, SoundHandle& handle, SF_INFO& info, const SoundEncoding& encoding)
+/** The true number of samples goes into `info`, and what the header promises into `promised`. `handle` is opened anew
+ * where it had to be used up. */
+Failure verify (juce::InputStream& stream,
+                SoundHandle& handle,
+                SF_INFO& info,
+                const SoundEncoding& encoding,
+                PromisedSize& promised)
 {
     using Container = SoundEncoding::Container;
 
@@ -80,16 +84,17 @@ Failure verify (juce::InputStream& stream, SoundHandle& handle, SF_INFO& info, c
         return Failure::damaged;
 
     const auto before = stream.getPosition();
-    const auto promised = PromisedSize::look (stream);
+    promised = PromisedSize::look (stream);
     stream.setPosition (before);
 
-    switch (promised)
+    switch (promised.verdict)
     {
         case PromisedSize::Verdict::broken:
             return Failure::damaged;
         case PromisedSize::Verdict::nothing:
             return Failure::empty;
         case PromisedSize::Verdict::kept:
+        case PromisedSize::Verdict::open:
             break;
     }
 
@@ -127,14 +132,17 @@ SoundReader::Opened SoundReader::open (std::unique_ptr<juce::InputStream>& strea
     if (! encoding.has_value())
         return { nullptr, Failure::unknown };
 
-    if (const auto failure = verify (*stream, handle, info, *encoding); failure != Failure::none)
+    PromisedSize promised;
+
+    if (const auto failure = verify (*stream, handle, info, *encoding, promised); failure != Failure::none)
         return { nullptr, failure };
 
     if (info.frames <= 0 || info.channels <= 0)
         return { nullptr, Failure::empty };
 
-    return { std::unique_ptr<SoundReader> (new SoundReader (std::move (stream), std::move (handle), info, *encoding)),
-             Failure::none };
+    std::unique_ptr<SoundReader> reader (new SoundReader (std::move (stream), std::move (handle), info, *encoding));
+    reader->promise = promised;
+    return { std::move (reader), Failure::none };
 }
 
 SoundReader::SoundReader (std::unique_ptr<juce::InputStream> stream,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "files/PromisedSize.h"
 #include "files/SoundEncoding.h"
 #include "files/SoundExtras.h"
 #include "files/SoundStreams.h"
@@ -43,6 +44,9 @@ public:
     [[nodiscard]] const SoundEncoding& encoding() const noexcept { return stored; }
     [[nodiscard]] const SoundExtras& extras() const noexcept { return carried; }
 
+    /** What its header says of its size. */
+    [[nodiscard]] const PromisedSize& promisedSize() const noexcept { return promise; }
+
     /** False when the file turns out to be damaged, or holds less than it should; what is missing is silent. */
     bool readSamples (int* const* destChannels,
                       int numDestChannels,
@@ -63,6 +67,7 @@ private:
     SoundHandle handle;
     const SoundEncoding stored;
     const SoundExtras carried;
+    PromisedSize promise;
     juce::int64 position = 0;
     std::vector<float> interleaved;
 };

@@ -20,7 +20,7 @@ juce::AudioBuffer<float> everythingIn (AudioInput& input)
     return buffer;
 }
 
-std::string refusalOf (const juce::File& file)
+std::string refusalOf (const std::string& file)
 {
     try
     {
@@ -50,13 +50,13 @@ protected:
 
 TEST_F (AudioInputTest, readsWavAiffAndFlacToTheSameSamples)
 {
-    AudioInput original { juce::File (juce::String (recordedLoop())) };
+    AudioInput original (recordedLoop());
     const auto expected = everythingIn (original);
     EXPECT_EQ (original.formatName(), "FLAC");
 
     for (const auto* name : { "a.wav", "a.aiff", "a.flac" })
     {
-        AudioInput copy { juce::File (juce::String (made (name))) };
+        AudioInput copy (made (name));
         EXPECT_EQ (copy.sampleRate(), 44100.0) << name;
         ASSERT_EQ (copy.length(), original.length()) << name;
 
@@ -74,19 +74,19 @@ TEST_F (AudioInputTest, readsWavAiffAndFlacToTheSameSamples)
 TEST_F (AudioInputTest, goesByTheContentAndNotByTheEnding)
 {
     ASSERT_TRUE (juce::File (juce::String (made ("a.flac"))).moveFileTo (folder.file ("b.wav")));
-    EXPECT_EQ (AudioInput (folder.file ("b.wav")).formatName(), "FLAC");
+    EXPECT_EQ (AudioInput (folder.path ("b.wav")).formatName(), "FLAC");
 }
 
 /** Frames of different sizes and no word about their number: a reader's guess from the first frame misses the end. */
 TEST_F (AudioInputTest, findsTheEndOfAnMp3OfVariableRate)
 {
     constexpr int frameLength = 1152;
-    const auto original = AudioInput (juce::File (juce::String (recordedLoop()))).length();
+    const auto original = AudioInput (recordedLoop()).length();
 
     for (const auto* options : { "-C 128.2", "-C -2.2", "-c 1 -C 64.2" })
     {
         made ("a.mp3", options);
-        const AudioInput whole (folder.file ("a.mp3"));
+        const AudioInput whole (folder.path ("a.mp3"));
         EXPECT_EQ (whole.formatName(), "MP3");
         EXPECT_GE (whole.length(), original) << options;
         EXPECT_LE (whole.length(), original + 3 * frameLength) << options;
@@ -100,7 +100,7 @@ TEST_F (AudioInputTest, findsTheEndOfAnMp3OfVariableRate)
     ASSERT_NE (second, std::string::npos);
     writeBytes (folder.path ("headless.mp3"), bytes.substr (second));
 
-    const AudioInput headless (folder.file ("headless.mp3"));
+    const AudioInput headless (folder.path ("headless.mp3"));
     EXPECT_GE (headless.length(), original);
     EXPECT_LE (headless.length(), original + 3 * frameLength);
 }
@@ -110,13 +110,13 @@ TEST_F (AudioInputTest, noticesAFileThatEndsEarly)
     for (const auto* name : { "a.wav", "a.aiff", "a.flac" })
     {
         const auto whole = bytesOf (made (name));
-        EXPECT_EQ (refusalOf (folder.file (name)), "read");
+        EXPECT_EQ (refusalOf (folder.path (name)), "read");
 
         // Also where only the very end is missing.
         for (const auto kept : { whole.size() / 2, whole.size() - 4 })
         {
             writeBytes (folder.path ("cut"), whole.substr (0, kept));
-            EXPECT_THAT (refusalOf (folder.file ("cut")), HasSubstr ("ends before its header says so")) << name;
+            EXPECT_THAT (refusalOf (folder.path ("cut")), HasSubstr ("ends before its header says so")) << name;
         }
     }
 }
@@ -154,7 +154,7 @@ TEST_F (AudioInputTest, readsShortMp3sToTheirEnd)
     {
         const auto frames = static_cast<juce::int64> (44100.0 * std::stod (seconds));
         made ("short.mp3", options, std::string ("trim 0 ") + seconds);
-        AudioInput input (folder.file ("short.mp3"));
+        AudioInput input (folder.path ("short.mp3"));
         EXPECT_GE (input.length(), frames) << seconds;
         EXPECT_LE (input.length(), frames + 3 * 1152) << seconds;
         EXPECT_GT (peakOfLastThird (input), 0.01f) << seconds;
@@ -164,8 +164,8 @@ TEST_F (AudioInputTest, readsShortMp3sToTheirEnd)
 TEST_F (AudioInputTest, readsAHalfRateMp3AtItsLength)
 {
     made ("half.mp3", "-r 22050 -C 64.2");
-    AudioInput input (folder.file ("half.mp3"));
-    const auto original = AudioInput (juce::File (juce::String (recordedLoop()))).length() / 2;
+    AudioInput input (folder.path ("half.mp3"));
+    const auto original = AudioInput (recordedLoop()).length() / 2;
     EXPECT_EQ (input.sampleRate(), 22050.0);
     EXPECT_GE (input.length(), original);
     EXPECT_LE (input.length(), original + 4 * 576);
@@ -175,11 +175,11 @@ TEST_F (AudioInputTest, readsAHalfRateMp3AtItsLength)
 TEST_F (AudioInputTest, readsOnBehindATagBetweenTwoMp3s)
 {
     const auto bytes = bytesOf (made ("a.mp3", "-C 128.2"));
-    const auto length = AudioInput (folder.file ("a.mp3")).length();
+    const auto length = AudioInput (folder.path ("a.mp3")).length();
     writeBytes (folder.path ("two.mp3"),
                 tagOf (40000) + bytes + tagOf (40000) + bytes + "TAG" + std::string (125, ' '));
 
-    AudioInput two (folder.file ("two.mp3"));
+    AudioInput two (folder.path ("two.mp3"));
     EXPECT_EQ (two.length(), 2 * length);
     EXPECT_GT (peakOfLastThird (two), 0.01f);
 }
@@ -188,22 +188,22 @@ TEST_F (AudioInputTest, noticesAnMp3ThatIsNotWhole)
 {
     // With a variable rate, this encoder states how many frames there are.
     const auto counted = bytesOf (made ("counted.mp3", "-C -2.2"));
-    EXPECT_EQ (refusalOf (folder.file ("counted.mp3")), "read");
+    EXPECT_EQ (refusalOf (folder.path ("counted.mp3")), "read");
     writeBytes (folder.path ("cut.mp3"), counted.substr (0, counted.size() / 2));
-    EXPECT_THAT (refusalOf (folder.file ("cut.mp3")), HasSubstr ("ends before its header says so"));
+    EXPECT_THAT (refusalOf (folder.path ("cut.mp3")), HasSubstr ("ends before its header says so"));
 
     auto holed = bytesOf (made ("a.mp3", "-C 128.2"));
     std::fill_n (holed.begin() + static_cast<std::ptrdiff_t> (holed.size() / 3), 5000, '\0');
     writeBytes (folder.path ("holed.mp3"), holed);
-    EXPECT_THAT (refusalOf (folder.file ("holed.mp3")), HasSubstr ("or is damaged"));
+    EXPECT_THAT (refusalOf (folder.path ("holed.mp3")), HasSubstr ("or is damaged"));
 }
 
 TEST_F (AudioInputTest, knowsAFlacBehindATag)
 {
     const auto bytes = bytesOf (made ("a.flac"));
     writeBytes (folder.path ("tagged.mp3"), tagOf (20) + tagOf (3000) + bytes);
-    AudioInput plain (folder.file ("a.flac"));
-    AudioInput tagged (folder.file ("tagged.mp3"));
+    AudioInput plain (folder.path ("a.flac"));
+    AudioInput tagged (folder.path ("tagged.mp3"));
     EXPECT_EQ (tagged.formatName(), "FLAC");
     ASSERT_EQ (tagged.length(), plain.length());
     const auto expected = everythingIn (plain);
@@ -214,7 +214,7 @@ TEST_F (AudioInputTest, knowsAFlacBehindATag)
                0);
 
     writeBytes (folder.path ("tag-alone.mp3"), tagOf (3000));
-    EXPECT_THAT (refusalOf (folder.file ("tag-alone.mp3")), HasSubstr ("is not a sound file"));
+    EXPECT_THAT (refusalOf (folder.path ("tag-alone.mp3")), HasSubstr ("is not a sound file"));
 }
 
 TEST_F (AudioInputTest, saysWhatIsWrongWithAFile)
@@ -223,10 +223,10 @@ TEST_F (AudioInputTest, saysWhatIsWrongWithAFile)
     writeBytes (folder.path ("text.mp3"), "This is no music.");
     made ("none.wav", "-b 16", "trim 0 0");
 
-    EXPECT_THAT (refusalOf (folder.file ("absent.wav")), HasSubstr ("There is no file"));
-    EXPECT_THAT (refusalOf (folder.file (".")), HasSubstr ("is a folder"));
-    EXPECT_THAT (refusalOf (folder.file ("empty.wav")), HasSubstr ("is not a sound file"));
-    EXPECT_THAT (refusalOf (folder.file ("text.mp3")), HasSubstr ("is not a sound file"));
-    EXPECT_THAT (refusalOf (folder.file ("none.wav")), HasSubstr ("holds no sound"));
+    EXPECT_THAT (refusalOf (folder.path ("absent.wav")), HasSubstr ("There is no file"));
+    EXPECT_THAT (refusalOf (folder.path (".")), HasSubstr ("is a folder"));
+    EXPECT_THAT (refusalOf (folder.path ("empty.wav")), HasSubstr ("is not a sound file"));
+    EXPECT_THAT (refusalOf (folder.path ("text.mp3")), HasSubstr ("is not a sound file"));
+    EXPECT_THAT (refusalOf (folder.path ("none.wav")), HasSubstr ("holds no sound"));
 }
 } // namespace

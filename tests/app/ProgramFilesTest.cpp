@@ -8,6 +8,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <filesystem>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace
@@ -289,12 +290,15 @@ TEST_F (ProgramFilesTest, noticesThatTheStandardOutputIsFull)
 
 TEST_F (ProgramFilesTest, hearsControlCWhileItWaitsForTheStandardInput)
 {
-    const auto run =
-        runOnTerminal (SOLVANE_PROGRAM,
-                       { "render", "-", folder.path ("out.wav") },
-                       [] (const std::string& text) { return text.find ("Reading") != std::string::npos; });
+    // A pipe that is open at both ends, so that nothing ever comes and the end does not either.
+    ASSERT_EQ (::mkfifo (folder.path ("pipe").c_str(), 0600), 0);
+    const auto run = runOnTerminal (
+        "/bin/sh",
+        { "-c",
+          "exec '" SOLVANE_PROGRAM "' render - '" + folder.path ("out.wav") + "' <> '" + folder.path ("pipe") + "'" },
+        [] (const std::string& text) { return text.find ("Reading") != std::string::npos; });
     EXPECT_EQ (run.exitCode, 130);
-    EXPECT_THAT (folder.names(), ElementsAre());
+    EXPECT_THAT (folder.names(), ElementsAre ("pipe"));
 }
 
 TEST_F (ProgramFilesTest, measuresWhatComesOutOfAPipe)

@@ -1,6 +1,9 @@
 #include "support/ProgramFixture.h"
 
+#include <nlohmann/json.hpp>
+
 #include <cmath>
+#include <limits>
 
 namespace
 {
@@ -125,4 +128,81 @@ TEST_F (ProgramNotesTest, aBandThatMissesItsGainIsToldOf)
     EXPECT_THAT (notesOn ({ "--mode", "mix", "--band", "2000,12,1", "--band", "2000,12,1" }), IsEmpty());
     EXPECT_THAT (notesOn ({ "--band", "4000,4,1" }), IsEmpty());
 }
+
+/** Seven samples that are no numbers, of two channels and on both sides of a second. */
+TEST_F (ProgramNotesTest, samplesThatAreNoNumbersAreCounted)
+{
+    convertWithSox (recordedLoop(), "-e floating-point -b 32", folder.path ("float.wav"), "trim 0 3 gain -12");
+    auto signal = readFloatWav (folder.path ("float.wav"));
+    const auto infinite = std::numeric_limits<float>::infinity();
+
+    for (const std::size_t index : { 100u, 101u, 20000u })
+        signal[0][index] = std::numeric_limits<float>::quiet_NaN();
+
+    for (const std::size_t index : { 100u, 60000u, 70000u, 132000u })
+        signal[1][index] = index == 60000u ? -infinite : infinite;
+
+    writeFloatWav (folder.path ("bad.wav"), signal, 44100);
+    auto silenced = signal;
+
+    for (auto& channel : silenced)
+        for (auto& sample : channel)
+            sample = std::isfinite (sample) ? sample : 0.0f;
+
+    writeFloatWav (folder.path ("silenced.wav"), silenced, 44100);
+    ASSERT_EQ (solvane ({ "render", "silenced.wav", "expected.wav", "--band", "5k,3,1" }).exitCode, 0);
+
+    const auto run = rendered ({ "--band", "5k,3,1" }, "bad.wav");
+    EXPECT_THAT (run.errors, HasSubstr ("Note: 7 samples of the input are no finite numbers and count as silence.\n"));
+    EXPECT_EQ (bytesOf (folder.path ("out.wav")), bytesOf (folder.path ("expected.wav")));
+    EXPECT_EQ (nlohmann::json::parse (rendered ({ "--json" }, "bad.wav").output)[0]["notFiniteSamples"], 7);
+    EXPECT_EQ (nlohmann::json::parse (rendered ({ "--json" }, "silenced.wav").output)[0]["notFiniteSamples"], 0);
+
+    const auto measured = [this] (const std::string& name, std::vector<std::string> options)
+    {
+        options.insert (options.begin(), { "measure", name, "--json" });
+        auto measuredRun = solvane (options);
+        EXPECT_EQ (measuredRun.exitCode, 0) << measuredRun.errors;
+        return measuredRun;
+    };
+
+    const auto whole = measured ("bad.wav", {});
+    EXPECT_THAT (whole.errors, HasSubstr ("7 samples of bad.wav are no finite numbers and count as silence."));
+    const auto json = nlohmann::json::parse (whole.output)[0];
+    EXPECT_EQ (json["notFiniteSamples"], 7);
+    EXPECT_THAT (json["notes"][0].get<std::string>(), HasSubstr ("7 samples of bad.wav"));
+    EXPECT_EQ (json["bands"], nlohmann::json::parse (measured ("silenced.wav", {}).output)[0]["bands"]);
+
+    // Of the first second nothing counts.
+    EXPECT_THAT (measured ("bad.wav", { "--range", "1-2.99" }).errors, HasSubstr ("2 samples of bad.wav"));
+    EXPECT_THAT (measured ("bad.wav", { "--range", "1-1.5" }).errors, HasSubstr ("1 sample of bad.wav is no finite"));
+    EXPECT_THAT (measured ("bad.wav", { "--range", "1.7-2.99" }).errors, IsEmpty());
+}
+
+/** A header such as is written into a pipe is no reason to refuse a file, and in a file one to be told of. */
+TEST_F (ProgramNotesTest, aFileWithAPipesHeaderIsToldOf)
+{
+    auto bytes = bytesOf (folder.path ("in.wav"));
+    const auto data = bytes.find ("data") + 4;
+    const auto present = bytes.size() - data - 4;
+    bytes.replace (data, 4, "\xf0\xff\xff\x7f");
+    writeBytes (folder.path ("piped.wav"), bytes);
+    const auto sentence = "the header of the input promises 2147483632 bytes of sound, as that of a file out of a pipe "
+                          "does, and there are "
+                          + std::to_string (present) + ". They were read to the end.";
+    const auto run = rendered ({ "--json" }, "piped.wav");
+    EXPECT_EQ (run.errors, "Note: " + sentence + "\n");
+    EXPECT_EQ (nlohmann::json::parse (run.output)[0]["notes"][0], sentence);
+    EXPECT_THAT (solvane ({ "measure", "piped.wav" }).errors,
+                 HasSubstr ("the header of piped.wav promises 2147483632"));
+    EXPECT_THAT (notesOn ({}), IsEmpty());
+
+    // Out of a pipe it is as it has to be.
+    const auto piped = runProgram ("/bin/sh",
+                                   { "-c", "cat piped.wav | '" SOLVANE_PROGRAM "' render - out.wav" },
+                                   { .folder = folder.path ("."), .largestFileBytes = {} });
+    EXPECT_EQ (piped.exitCode, 0);
+    EXPECT_THAT (piped.errors, IsEmpty());
+}
+
 } // namespace

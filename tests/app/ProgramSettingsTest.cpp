@@ -1,6 +1,9 @@
 #include "support/BinaryXml.h"
 #include "support/ProgramFixture.h"
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 namespace
 {
 using testing::AllOf;
@@ -43,7 +46,19 @@ TEST_F (ProgramSettingsTest, saysWhichLineOfABandsFileIsWrong)
     expectRefusal ({ "render", "in.wav", "out.wav", "--bands", "bands" },
                    2,
                    "'bands', line 3: 100,3,1: the frequency 100 is outside 320 to 20000 Hz");
-    expectRefusal ({ "render", "in.wav", "out.wav", "--bands", "absent" }, 3, "'absent' cannot be read");
+    expectRefusal ({ "render", "in.wav", "out.wav", "--bands", "absent" }, 3, "There is no file 'absent'.");
+    expectRefusal ({ "render", "in.wav", "out.wav", "--bands", "." }, 3, "'.' is a folder, not a file.");
+    expectRefusal ({ "render", "in.wav", "out.wav", "--state", "absent" }, 3, "There is no file 'absent'.");
+    expectRefusal ({ "state", "." }, 3, "'.' is a folder, not a file.");
+
+    // The superuser may read everything.
+    if (::geteuid() != 0)
+    {
+        writeBytes (folder.path ("closed"), "1000,2,1\n");
+        ASSERT_EQ (::chmod (folder.path ("closed").c_str(), 0), 0);
+        expectRefusal (
+            { "render", "in.wav", "out.wav", "--bands", "closed" }, 3, "'closed' may not be read by this user.");
+    }
 
     writeBytes (folder.path ("six"), "1k,1,1\n1k,1,1\n1k,1,1\n1k,1,1\n1k,1,1\n1k,1,1\n");
     std::vector<std::string> tooMany { "render", "in.wav", "out.wav", "--bands", "six" };

@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -16,9 +17,10 @@ using Kind = OutputPlace::Kind;
 class OutputPlaceTest : public testing::Test
 {
 protected:
-    [[nodiscard]] std::string refusal (const std::string& name, Kind kind, const std::vector<juce::File>& spared = {})
+    [[nodiscard]] std::string
+    refusal (const std::string& name, Kind kind, const std::vector<std::filesystem::path>& spared = {})
     {
-        return OutputPlace::check (folder.file (name), kind, spared).getErrorMessage().toStdString();
+        return OutputPlace::refusal (folder.path (name), kind, name, spared).value_or ("");
     }
 
     TemporaryFolder folder;
@@ -64,7 +66,7 @@ TEST_F (OutputPlaceTest, knowsASparedFileByAnyOfItsNames)
     ASSERT_EQ (::symlink ("in.png", folder.path ("soft.png").c_str()), 0);
     ASSERT_EQ (::link (folder.path ("in.png").c_str(), folder.path ("hard.png").c_str()), 0);
     writeBytes (folder.path ("other.png"), pngSignature);
-    const std::vector spared { folder.file ("in.png") };
+    const std::vector<std::filesystem::path> spared { folder.path ("in.png") };
 
     for (const auto* name : { "in.png", "soft.png", "hard.png", "sub/../in.png", "./in.png" })
         EXPECT_THAT (refusal (name, Kind::picture, spared), HasSubstr ("is what is read")) << name;
@@ -79,8 +81,15 @@ TEST_F (OutputPlaceTest, refusesWhatIsNoPlaceForAFile)
     ASSERT_EQ (::mkfifo (folder.path ("pipe").c_str(), 0600), 0);
 
     EXPECT_THAT (refusal ("empty folder", Kind::picture), HasSubstr ("is a folder"));
-    EXPECT_THAT (refusal ("nowhere/a.png", Kind::picture), HasSubstr ("There is no folder"));
+    EXPECT_THAT (refusal ("nowhere/a.png", Kind::picture), HasSubstr ("There is no folder 'nowhere'"));
     EXPECT_THAT (refusal ("pipe", Kind::sound), HasSubstr ("is not an ordinary file"));
-    EXPECT_TRUE (OutputPlace::check (juce::File ("/dev/full"), Kind::picture).failed());
+    EXPECT_THAT (OutputPlace::refusal ("/dev/full", Kind::picture, "/dev/full").value_or (""),
+                 HasSubstr ("is not an ordinary file"));
+
+    // What a shell calls a file and is a pipe, behind a link that names none.
+    const auto pipe = ::open (folder.path ("pipe").c_str(), O_RDWR);
+    const auto name = "/proc/self/fd/" + std::to_string (pipe);
+    EXPECT_THAT (OutputPlace::refusal (name, Kind::sound, name).value_or (""), HasSubstr ("is not an ordinary file"));
+    ::close (pipe);
 }
 } // namespace

@@ -276,6 +276,9 @@ TEST_F (SoundReaderTest, readsWhatCameOutOfAPipe)
         const auto [reader, failure] = opened (folder.file ("piped.wav"));
         ASSERT_EQ (failure, Failure::none) << size;
         EXPECT_EQ (reader->lengthInSamples, length) << size;
+        EXPECT_EQ (reader->promisedSize().verdict, PromisedSize::Verdict::open) << size;
+        EXPECT_EQ (reader->promisedSize().promisedBytes, size);
+        EXPECT_EQ (reader->promisedSize().presentBytes, static_cast<juce::int64> (wav.size() - data - 4));
         PluginRig::Signal signal;
         EXPECT_TRUE (readAll (*reader, signal));
     }
