@@ -9,6 +9,7 @@
 #include "app/ResponseNotes.h"
 #include "app/ServedAudio.h"
 #include "app/StandardStreams.h"
+#include "app/StepNotes.h"
 
 #include <algorithm>
 
@@ -35,7 +36,7 @@ const RenderRequest& checked (const RenderRequest& request)
 std::vector<std::string> notesOn (const EqualiserSettings& settings, OfflineRenderer& renderer)
 {
     const auto& model = renderer.processor().model;
-    std::vector<std::string> notes;
+    auto notes = stepNotes (settings, model);
 
     if (model.filterMode() == FilterMode::master && ! model.canUseMasterMode())
         notes.emplace_back (

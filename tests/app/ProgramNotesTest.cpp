@@ -179,6 +179,25 @@ TEST_F (ProgramNotesTest, samplesThatAreNoNumbersAreCounted)
     EXPECT_THAT (measured ("bad.wav", { "--range", "1.7-2.99" }).errors, IsEmpty());
 }
 
+TEST_F (ProgramNotesTest, whatLiesBetweenTheStepsIsToldOf)
+{
+    EXPECT_THAT (
+        notesOn ({ "--band", "5000,1,1", "--band", "3004.9,3.04,1.04" }),
+        HasSubstr ("of band 2 the frequency 3004.9 becomes 3000, the gain 3.04 becomes 3, the Q 1.04 becomes 1. "
+                   "Bands go in steps of 10 Hz, 0.1 dB, 0.1 of Q and 0.01 between mid and side."));
+    EXPECT_THAT (notesOn ({ "--band", "5000,1,1,ms=0.333" }), HasSubstr ("the mid/side value 0.333 becomes 0.33."));
+    EXPECT_THAT (notesOn ({ "--band", "5000,-1.26,1" }), HasSubstr ("the gain -1.26 becomes -1.3."));
+    EXPECT_THAT (notesOn ({ "--band", "5000,1,1", "--gain-scale", "49.4" }),
+                 HasSubstr ("the gain scale 49.4 becomes 49."));
+    EXPECT_THAT (notesOn ({ "--output-gain", "-1.234" }), HasSubstr ("the output gain -1.234 becomes -1.23."));
+
+    // A shelf's Q counts for nothing; and what lies on the steps is no news, be it the last or a crooked one.
+    EXPECT_THAT (notesOn ({ "--band", "5000,1,1.04,shelf" }), IsEmpty());
+
+    for (const auto* band : { "320,-2.9,0.5", "20k,0.1,0.7,ms=0.07", "12.34k,-3.3,1.4,ms=0.93", "2510,3.7,1.3" })
+        EXPECT_THAT (notesOn ({ "--band", band }), IsEmpty()) << band;
+}
+
 /** A header such as is written into a pipe is no reason to refuse a file, and in a file one to be told of. */
 TEST_F (ProgramNotesTest, aFileWithAPipesHeaderIsToldOf)
 {
