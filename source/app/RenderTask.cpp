@@ -12,6 +12,7 @@
 #include "app/StepNotes.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace
 {
@@ -30,6 +31,21 @@ const RenderRequest& checked (const RenderRequest& request)
                             "'" + request.output + "' is there already, and --no-overwrite was given.");
 
     return request;
+}
+
+/** What is lost where the container cannot hold the width of the input, and nobody asked for another. */
+std::optional<std::string> noteOnWidth (const SoundEncoding& from, const SoundEncoding& to, const std::string& format)
+{
+    const auto bits = to.wholeNumberBits();
+    const auto lostBits = from.wholeNumberBits() > bits;
+
+    if (! format.empty() || bits == 0 || ! (from.keepsOvers() || lostBits))
+        return {};
+
+    return "the input has "
+           + (lostBits ? std::to_string (from.wholeNumberBits()) + " bits" : std::string ("floating point"))
+           + ", which " + SoundEncoding::containerName (to.container) + " does not hold: the result has "
+           + std::to_string (bits) + " bits.";
 }
 
 /** Where the result will be other than the settings let one expect. */
@@ -91,6 +107,9 @@ RenderTask::RenderTask (const RenderRequest& request)
     selectPreset (request.preset);
     describeSettings (request.settings);
     outcome.notes = notesOn (request.settings, renderer);
+
+    if (const auto note = noteOnWidth (source.encoding(), encoding, request.format); note.has_value())
+        outcome.notes.push_back (*note);
 }
 
 void RenderTask::selectPreset (const std::string& preset)

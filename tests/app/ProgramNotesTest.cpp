@@ -224,4 +224,25 @@ TEST_F (ProgramNotesTest, aFileWithAPipesHeaderIsToldOf)
     EXPECT_THAT (piped.errors, IsEmpty());
 }
 
+TEST_F (ProgramNotesTest, aContainerWithoutTheWidthIsToldOf)
+{
+    makeInput ("float.wav", "-e floating-point -b 32", "gain -20 trim 0 0.1");
+    makeInput ("wide.wav", "-e signed -b 32", "gain -20 trim 0 0.1");
+    const auto notes = [this] (std::vector<std::string> arguments)
+    {
+        arguments.insert (arguments.begin(), "render");
+        const auto run = solvane (arguments);
+        EXPECT_EQ (run.exitCode, 0) << run.errors;
+        return run.errors;
+    };
+
+    EXPECT_THAT (notes ({ "float.wav", "out.flac" }),
+                 HasSubstr ("the input has floating point, which FLAC does not hold: the result has 24 bits."));
+    EXPECT_THAT (notes ({ "wide.wav", "out.flac" }),
+                 HasSubstr ("the input has 32 bits, which FLAC does not hold: the result has 24 bits."));
+    EXPECT_THAT (notes ({ "float.wav", "out.flac", "--format", "flac-24" }), IsEmpty());
+    EXPECT_THAT (notes ({ "float.wav", "out.aiff" }), IsEmpty());
+    EXPECT_THAT (notes ({ "wide.wav", "out.aiff" }), IsEmpty());
+    EXPECT_THAT (notes ({ "in.wav", "out.flac" }), IsEmpty());
+}
 } // namespace
