@@ -1,6 +1,7 @@
 #include "app/AnalysisSubcommands.h"
 
 #include "app/MeasureCommand.h"
+#include "app/OptionChecks.h"
 #include "app/ParamsCommand.h"
 #include "app/PresetsCommand.h"
 #include "app/StateCommand.h"
@@ -19,16 +20,18 @@ void addMeasure (CLI::App& app)
         ->required();
     measure->add_option ("--preset", command->preset, "Target to compare with: id, name or GROUP/NAME")
         ->type_name ("PRESET")
-        ->capture_default_str();
+        ->capture_default_str()
+        ->check (OptionChecks::notEmpty());
     measure->add_flag ("--json", command->json, "Print for scripts: an array with an object for each file");
     measure
         ->add_option (
             "--range", command->range, "Part to measure, in seconds or minutes: 30-90, 0:30-1:30, or 30- to the end")
         ->type_name ("START-END")
-        ->take_last();
+        ->check (OptionChecks::notEmpty());
     measure->add_flag ("--quiet", command->quiet, "No notes and no progress bar");
     measure->add_option ("--picture", command->picture, "PNG file to draw levels, target and adjustments into")
-        ->type_name ("FILE");
+        ->type_name ("FILE")
+        ->check (OptionChecks::notEmpty());
     measure->callback ([command] { command->run(); });
 }
 

@@ -5,6 +5,7 @@
 
 #include <charconv>
 #include <cmath>
+#include <set>
 #include <sstream>
 #include <vector>
 
@@ -84,9 +85,15 @@ BandOption BandOption::parse (const std::string& given, const std::string& sourc
     band.gainDb = readWithin (text, parts[1], "gain", Settings::Parameter::gain, " dB");
     band.q = readWithin (text, parts[2], "Q", Settings::Parameter::q, "");
 
+    std::set<std::string> words;
+
     for (std::size_t index = 3; index < parts.size(); ++index)
     {
         const auto& part = parts[index];
+        const auto word = part.substr (0, part.find ('='));
+
+        if (! word.empty() && ! words.insert (word).second)
+            refuse (text, "'" + word + "' is given twice.");
 
         if (part == "shelf")
             band.highShelf = true;

@@ -43,6 +43,19 @@ std::string commandList (const CLI::App& app)
     return text;
 }
 
+/** An option that takes one value and was given several times, with its name; empty where there is none. */
+std::string optionGivenTwice (const CLI::App& command)
+{
+    const auto found = [] (const CLI::Option* option)
+    {
+        return option->get_multi_option_policy() == CLI::MultiOptionPolicy::Throw
+               && option->get_items_expected_max() == 1 && option->count() > 1;
+    };
+
+    const auto options = command.get_options (found);
+    return options.empty() ? std::string() : options.front()->get_name();
+}
+
 /** What the parser found, as a sentence, with the way to help. */
 std::string sentenceFor (const CLI::App& app, const CLI::ParseError& error, int argumentCount, char** arguments)
 {
@@ -50,12 +63,17 @@ std::string sentenceFor (const CLI::App& app, const CLI::ParseError& error, int 
         return (argumentCount > 1 ? std::string ("'") + arguments[1] + "' is no command." : "A command is missing.")
                + " There are " + commandList (app) + "; 'solvane --help' says more.";
 
+    const auto& command = *app.get_subcommands().front();
     std::string sentence = error.what();
+
+    if (const auto twice = optionGivenTwice (command);
+        ! twice.empty() && dynamic_cast<const CLI::ArgumentMismatch*> (&error) != nullptr)
+        sentence = twice + " is given more than once.";
 
     if (! sentence.ends_with ('.'))
         sentence += '.';
 
-    return sentence + " 'solvane " + app.get_subcommands().front()->get_name() + " --help' says more.";
+    return sentence + " 'solvane " + command.get_name() + " --help' says more.";
 }
 } // namespace
 

@@ -25,7 +25,7 @@ std::string complaint (const std::string& given, Number lowest, Number highest, 
 
 CLI::Option* OptionChecks::setUp (CLI::Option* option, const char* valueName)
 {
-    return option->type_name (valueName)->capture_default_str()->take_last();
+    return option->type_name (valueName)->capture_default_str();
 }
 
 CLI::Validator OptionChecks::eitherOf (const std::string& first, const std::string& second)
@@ -37,6 +37,13 @@ CLI::Validator OptionChecks::eitherOf (const std::string& first, const std::stri
                                                      : "'" + given + "' is neither " + first + " nor " + second + ".";
         },
         "");
+}
+
+CLI::Validator OptionChecks::notEmpty()
+{
+    return CLI::Validator ([] (const std::string& given)
+                           { return given.empty() ? std::string ("what it names is empty.") : std::string(); },
+                           "");
 }
 
 CLI::Validator OptionChecks::numberWithin (double lowest, double highest, const char* unit)

@@ -12,6 +12,7 @@
 namespace
 {
 using OptionChecks::eitherOf;
+using OptionChecks::notEmpty;
 using OptionChecks::numberWithin;
 using OptionChecks::setUp;
 using OptionChecks::wholeNumberWithin;
@@ -121,12 +122,11 @@ void addRenderSubcommand (CLI::App& app)
             command.folder,
             "Folder that takes a result for each file that is named, under its own name; made if it is not there")
         ->type_name ("FOLDER")
-        ->take_last();
+        ->check (notEmpty());
     render
         ->add_option (
             "--jobs", command.jobs, "Files at a time, 1 to 256; as many as there are processor cores, unless given")
         ->type_name ("N")
-        ->take_last()
         ->check (wholeNumberWithin (1, 256));
     render->add_flag ("--no-overwrite", options->keepOld, "Leave a file alone that stands there already");
     auto* band = render->add_option ("--band", options->bands, bandText)
@@ -139,14 +139,14 @@ void addRenderSubcommand (CLI::App& app)
                                         options->bandsFile,
                                         "Text file of bands, one to a line as for --band; # begins a comment")
                           ->type_name ("FILE")
-                          ->take_last();
+                          ->check (notEmpty());
     render
         ->add_option ("--state",
                       options->stateFile,
                       "Session block as a host stored it, for all settings; --mode, --phase, --gain-scale and\n"
                       "--output-gain count more where they are given")
         ->type_name ("FILE")
-        ->take_last()
+        ->check (notEmpty())
         ->excludes (band)
         ->excludes (bandsFile);
     setUp (render->add_option (
@@ -169,7 +169,7 @@ void addRenderSubcommand (CLI::App& app)
                       command.common.preset,
                       "Preset to select: id, name or GROUP/NAME. A target; it changes no sound")
         ->type_name ("PRESET")
-        ->take_last();
+        ->check (notEmpty());
     setUp (render->add_option (
                "--block", command.common.blockSize, "Samples a block, 1 to 8192; changes nothing that is heard"),
            "N")
@@ -180,7 +180,7 @@ void addRenderSubcommand (CLI::App& app)
                       "Container and width of OUT, such as wav-16, wav-float, aiff-24, flac-24, caf-32, mp3; without\n"
                       "it, OUT's ending gives the container and IN the width")
         ->type_name ("NAME")
-        ->take_last();
+        ->check (notEmpty());
     render->add_flag ("--json", command.json, "Print for scripts: an array with an object for each file");
     render->add_flag ("--quiet", command.quiet, "Print nothing but errors, and show no progress bar");
 

@@ -392,6 +392,22 @@ TEST_F (ProgramTest, refusesBadArguments)
     expectRefusal ({ "render", "in.wav", "out.txt" }, 2, "does not end in .wav, .wave, .rf64");
     expectRefusal ({ "render", "in.wav", "" }, 2, "A file name is empty");
 
+    expectRefusal (with ({ "--mode", "mix", "--mode", "master" }), 2, "--mode is given more than once");
+    expectRefusal (with ({ "--block", "1", "--band", "1k,1,1", "--band", "2k,1,1", "--block", "1" }),
+                   2,
+                   "--block is given more than once");
+    expectRefusal (with ({ "--into", "a", "--into", "b" }), 2, "--into is given more than once");
+    expectRefusal ({ "measure", "in.wav", "--range", "0-1", "--range", "0-1" }, 2, "--range is given more than once");
+    expectRefusal (with ({ "--band", "1000,1,1,ms=0,ms=1" }), 2, "'ms' is given twice");
+    expectRefusal (with ({ "--band", "3000,1,1,shelf,solo,shelf" }), 2, "'shelf' is given twice");
+
+    // As where a shell's variable holds nothing.
+    for (const auto* option : { "--preset", "--bands", "--state", "--format", "--into" })
+        expectRefusal (with ({ option, "" }), 2, std::string (option) + ": what it names is empty");
+
+    for (const auto* option : { "--preset", "--picture", "--range" })
+        expectRefusal ({ "measure", "in.wav", option, "" }, 2, std::string (option) + ": what it names is empty");
+
     auto eleven = with ({});
 
     for (int band = 0; band < 11; ++band)
