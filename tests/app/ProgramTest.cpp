@@ -430,6 +430,11 @@ TEST_F (ProgramTest, refusesFilesThatItCannotReadOrServe)
     expectRefusal ({ "render", "cut.wav", "out.wav" }, 3, "ends before its header says so");
     expectRefusal ({ "render", "slow.wav", "out.wav" }, 4, "has 32000 Hz. The filters serve 44100, 48000");
     expectRefusal ({ "render", "quad.wav", "out.wav" }, 4, "has 4 channels");
+
+    auto damaged = bytesOf (folder.path ("slow.wav"));
+    damaged.replace (24, 4, std::string ("\x40\xfb\x0f\0", 4));
+    writeBytes (folder.path ("damaged.wav"), damaged);
+    expectRefusal ({ "render", "damaged.wav", "out.wav" }, 4, "has 1047360 Hz by its header, which cannot be");
 }
 
 TEST_F (ProgramTest, refusesPlacesWhereNoFileCanBe)
