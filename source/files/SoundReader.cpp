@@ -1,5 +1,6 @@
 #include "files/SoundReader.h"
 
+#include "files/InfoFrameView.h"
 #include "files/MpegScan.h"
 
 #include <algorithm>
@@ -105,8 +106,9 @@ Failure verify (juce::InputStream& stream,
 SoundReader::Opened SoundReader::open (std::unique_ptr<juce::InputStream>& stream)
 {
     SF_INFO info {};
+    auto view = InfoFrameView::of (*stream, lengthOfTags (*stream));
     stream->setPosition (0);
-    auto handle = SoundStreams::openForReading (*stream, info);
+    auto handle = SoundStreams::openForReading (view != nullptr ? *view : *stream, info);
 
     if (handle == nullptr)
     {
@@ -142,6 +144,7 @@ SoundReader::Opened SoundReader::open (std::unique_ptr<juce::InputStream>& strea
 
     std::unique_ptr<SoundReader> reader (new SoundReader (std::move (stream), std::move (handle), info, *encoding));
     reader->promise = promised;
+    reader->infoFrame = std::move (view);
     return { std::move (reader), Failure::none };
 }
 

@@ -64,6 +64,9 @@ private:
 
     /** What the framework's stream is a part of, where tags stand in front. */
     std::unique_ptr<juce::InputStream> taggedStream;
+
+    /** What the library sees, where that is not the stream itself. */
+    std::unique_ptr<juce::InputStream> infoFrame;
     SoundHandle handle;
     const SoundEncoding stored;
     const SoundExtras carried;

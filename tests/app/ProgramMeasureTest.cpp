@@ -159,4 +159,24 @@ TEST_F (ProgramMeasureTest, namesTheFrequenciesOfItsBands)
     EXPECT_EQ (measure ({ "music.wav" })[0]["frequencies"],
                nlohmann::json ({ 320, 640, 1000, 2000, 3000, 4000, 6000, 10000, 15000, 18000 }));
 }
+
+/** The decoder compares the size that an MP3 tells with that of the file, which is another where a tag or a picture
+    follows the sound, or where the sound is cut. */
+TEST_F (ProgramMeasureTest, theDecoderOfMp3sSaysNothingOfItsOwn)
+{
+    makeInput ("whole.mp3", "-C -2.2");
+    const auto whole = bytesOf (folder.path ("whole.mp3"));
+    const auto expected = measure ({ "whole.mp3" })[0];
+    writeBytes (folder.path ("tagged.mp3"), whole + "APETAGEX" + std::string (whole.size() / 20, 'p'));
+    writeBytes (folder.path ("cut.mp3"), whole.substr (0, whole.size() / 2));
+
+    const auto tagged = solvane ({ "measure", "tagged.mp3", "--json" });
+    EXPECT_EQ (tagged.exitCode, 0);
+    EXPECT_EQ (tagged.errors, "");
+    EXPECT_EQ (nlohmann::json::parse (tagged.output)[0]["bands"], expected["bands"]);
+
+    const auto cut = solvane ({ "measure", "cut.mp3" });
+    EXPECT_EQ (cut.exitCode, 3);
+    EXPECT_EQ (cut.errors, "solvane: 'cut.mp3' ends before its header says so, or is damaged.\n");
+}
 } // namespace
