@@ -215,6 +215,12 @@ std::intptr_t Vst2Host::dispatch (int opcode, int index, std::intptr_t value, vo
     return effect->dispatcher (effect, opcode, index, value, pointer, option);
 }
 
+std::vector<Vst2Host::Edit> Vst2Host::takeEdits()
+{
+    const std::lock_guard lock (callsLock);
+    return std::exchange (edits, {});
+}
+
 int Vst2Host::callCount (int hostOpcode) const
 {
     return calls[placeOf (hostOpcode)];
@@ -239,14 +245,27 @@ std::string Vst2Host::text (int opcode, int index) const
 }
 
 std::intptr_t
-Vst2Host::hostCallback (AEffect* caller, int opcode, int index, std::intptr_t value, void* const pointer, float)
+Vst2Host::hostCallback (AEffect* caller, int opcode, int index, std::intptr_t value, void* const pointer, float option)
 {
     auto* host = caller != nullptr && caller->user != nullptr ? static_cast<Vst2Host*> (caller->user) : hostBeingOpened;
 
     if (host == nullptr)
         return opcode == audioMasterVersion ? interfaceVersion : 0;
 
+    host->noteEdit (opcode, index, option);
     return host->answer (opcode, index, value, pointer);
+}
+
+void Vst2Host::noteEdit (int opcode, int index, float value)
+{
+    if (opcode != audioMasterBeginEdit && opcode != audioMasterAutomate && opcode != audioMasterEndEdit)
+        return;
+
+    const auto kind = opcode == audioMasterBeginEdit ? Edit::Kind::begin
+                      : opcode == audioMasterEndEdit ? Edit::Kind::end
+                                                     : Edit::Kind::change;
+    const std::lock_guard lock (callsLock);
+    edits.push_back ({ kind, index, kind == Edit::Kind::change ? value : 0.0f });
 }
 
 std::intptr_t Vst2Host::answer (int opcode, int index, std::intptr_t value, void* pointer)

@@ -86,6 +86,26 @@ public:
     std::intptr_t
     dispatch (int opcode, int index = 0, std::intptr_t value = 0, void* pointer = nullptr, float option = 0.0f) const;
 
+    /** What the plug-in says of a hand on its controls: a gesture begins, a parameter changes, a gesture ends. */
+    struct Edit
+    {
+        enum class Kind
+        {
+            begin,
+            change,
+            end
+        };
+
+        Kind kind;
+        int index;
+
+        /** Normalised; 0 where nothing changes. */
+        float value;
+    };
+
+    /** All that it has said since the last call, in order. */
+    std::vector<Edit> takeEdits();
+
     /** How often the plug-in has called the host with this number. */
     [[nodiscard]] int callCount (int hostOpcode) const;
 
@@ -98,6 +118,7 @@ private:
     static std::intptr_t
     hostCallback (AEffect* effect, int opcode, int index, std::intptr_t value, void* const pointer, float option);
     std::intptr_t answer (int opcode, int index, std::intptr_t value, void* pointer);
+    void noteEdit (int opcode, int index, float value);
     const TimeInfo& currentTime() noexcept;
     [[nodiscard]] std::string text (int opcode, int index) const;
     [[nodiscard]] static std::size_t placeOf (int hostOpcode) noexcept;
@@ -120,4 +141,5 @@ private:
     mutable std::mutex callsLock;
     mutable std::condition_variable called;
     std::array<std::atomic<int>, countedOpcodes> calls {};
+    std::vector<Edit> edits;
 };

@@ -50,6 +50,9 @@ public:
     [[nodiscard]] Vst2Host& host() noexcept { return plugin; }
     [[nodiscard]] TestScreen& screen() noexcept { return display; }
 
+    /** The window that was given to the plug-in; 0 while it has none. */
+    [[nodiscard]] XWindow handle() const noexcept { return parent; }
+
     /** As a host does: asks for the size, makes a window, gives it to the plug-in. */
     void open();
     void close();
