@@ -87,6 +87,12 @@ bool HandTest::showsColour (int x, int y, std::uint32_t colour)
     return areNear (window.look().at (x, y), colour);
 }
 
+bool HandTest::showsPanel (int row)
+{
+    constexpr int betweenButtonAndReadout = 281;
+    return showsColour (roomX + betweenButtonAndReadout, roomY + row, bandPanel);
+}
+
 bool HandTest::showsMessage()
 {
     constexpr std::uint32_t panel = 0x111416;
@@ -150,4 +156,13 @@ bool HandTest::comesTo (const std::string& parameterName, double figure, double 
 {
     return window.eventually ([&] { return std::abs (window.figure (parameterName) - figure) <= tolerance; },
                               std::chrono::seconds (5));
+}
+
+void HandTest::waitForRest()
+{
+    do
+    {
+        window.host().takeEdits();
+        idleFor (200);
+    } while (! window.host().takeEdits().empty());
 }

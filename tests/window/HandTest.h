@@ -27,6 +27,9 @@ protected:
     /** Whether a pixel of the window has a colour, or nearly. */
     [[nodiscard]] bool showsColour (int x, int y, std::uint32_t colour);
 
+    /** Whether the panel of a band in the middle stands in full across its line at a row. */
+    [[nodiscard]] bool showsPanel (int row);
+
     /** Whether a message lies over the room. */
     [[nodiscard]] bool showsMessage();
 
@@ -58,6 +61,9 @@ protected:
 
     /** Whether a parameter's figure comes to a value. */
     [[nodiscard]] bool comesTo (const std::string& parameterName, double figure, double tolerance = 0.001);
+
+    /** Idles until a fifth of a second goes by without a word to the host. */
+    void waitForRest();
 
     void idleFor (int milliseconds) { window.idleFor (std::chrono::milliseconds (milliseconds)); }
 

@@ -1,5 +1,6 @@
 #include "window/PluginWindow.h"
 
+#include <cctype>
 #include <cmath>
 #include <cstdint>
 #include <stdexcept>
@@ -210,7 +211,17 @@ void PluginWindow::wheel (int x, int y, int notches)
 void PluginWindow::type (const std::string& text)
 {
     for (const auto character : text)
+    {
+        const auto capital = std::isupper (static_cast<unsigned char> (character)) != 0;
+
+        if (capital)
+            keyDown ("Shift_L");
+
         key (keyNameOf (character));
+
+        if (capital)
+            keyUp ("Shift_L");
+    }
 }
 
 void PluginWindow::key (const std::string& name)

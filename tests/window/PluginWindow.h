@@ -67,7 +67,7 @@ public:
     [[nodiscard]] Picture look();
 
     /** Looks until two pictures in a row are the same: what moves has come to rest. */
-    [[nodiscard]] Picture lookAtRest();
+    Picture lookAtRest();
 
     //==================================================================================================================
     void moveTo (int x, int y);
@@ -89,7 +89,7 @@ public:
     /** @param notches  above 0: away from the user */
     void wheel (int x, int y, int notches);
 
-    /** Letters, digits and ".,-+ " on the keyboard. */
+    /** Letters, small and capital, digits and ".,-+ " on the keyboard. */
     void type (const std::string& text);
     void key (const std::string& name);
     void keyDown (const std::string& name) { display.keyDown (name); }
