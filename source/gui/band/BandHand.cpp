@@ -104,6 +104,9 @@ void BandHand::press (BandZone zone, int row, bool ctrl)
                 break;
 
             hold = Hold::body;
+
+            // A scale that changed before the press has nothing to take over.
+            room.takeRebase();
             gainDrag.begin (band.depth, row);
             beginGesture (Kind::gain);
             break;
@@ -196,8 +199,14 @@ void BandHand::tick()
         return;
 
     if (hold == Hold::body && band.usable() && ! band.solo && ! room.scaleAnimating())
+    {
+        // What was on its way would be another gain in the new scale.
+        if (room.takeRebase())
+            gainDrag.bandMoved (band.depth);
+
         if (const auto depth = gainDrag.rest())
             writeDragged (*depth);
+    }
 
     if (hold == Hold::line && band.usable())
         if (const auto row = frequencyDrag.rest (band.frequencyHz))
