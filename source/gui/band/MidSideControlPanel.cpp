@@ -79,6 +79,9 @@ void MidSideControlPanel::showFor (int servedBandIndex, float value)
     // Its window makes it before the room that it lies over.
     toFront (false);
     setVisible (true);
+
+    // The window made it before the room, which would cover it.
+    toFront (false);
     startTimer (tickMs);
 }
 
