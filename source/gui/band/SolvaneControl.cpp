@@ -579,6 +579,7 @@ void SolvaneControl::editorShown (juce::Label*, juce::TextEditor& editor)
 
 void SolvaneControl::labelTextChanged (juce::Label* label)
 {
+    panel().holdText (false);
     typing.take (label->getText());
     refresh();
 }
@@ -586,6 +587,7 @@ void SolvaneControl::labelTextChanged (juce::Label* label)
 void SolvaneControl::editorHidden (juce::Label*, juce::TextEditor&)
 {
     // What was typed arrives after this; only then is the band left, or does the keyboard come back to it.
+    panel().holdText (true);
     juce::MessageManager::callAsync (
         [target = self]
         {
@@ -596,6 +598,9 @@ void SolvaneControl::editorHidden (juce::Label*, juce::TextEditor&)
 
 void SolvaneControl::leaveOnceTyped()
 {
+    panel().holdText (false);
+    refresh();
+
     if (isShowing() && juce::Component::getCurrentlyFocusedComponent() == nullptr)
         grabKeyboardFocus();
 

@@ -145,7 +145,7 @@ void SolvaneControlPanel::setColour (juce::Colour newColour)
 
 void SolvaneControlPanel::showText (const juce::String& text, bool wideText)
 {
-    if (! isTyping())
+    if (! isTyping() && ! textHeld)
         readout.setText (text, juce::dontSendNotification);
 
     if (std::exchange (wide, wideText) != wideText)

@@ -60,6 +60,10 @@ public:
     /** Closes an open text editor without taking its text. */
     void closeEditor();
 
+    /** While it is held, what was typed stays in the read-out whatever else would be shown: its editor is gone by then,
+        and who listens has not heard of it yet. */
+    void holdText (bool state) noexcept { textHeld = state; }
+
     [[nodiscard]] bool isTyping() const { return readout.isBeingEdited(); }
 
     /** Shows or hides the panel; the fade takes five ticks. */
@@ -102,6 +106,7 @@ private:
     bool shown = false;
     bool wide = false;
     bool overClose = false;
+    bool textHeld = false;
     bool soloIcon = false;
     bool bypassIcon = false;
     bool shelfIcon = false;
