@@ -204,6 +204,17 @@ void RoomBands::updateFocusOrder()
             control->setExplicitFocusOrder (place++);
 }
 
+bool RoomBands::takeKeyboard (bool highest)
+{
+    const auto order = BandViews::byFrequency (model);
+    auto* const first = order.empty() ? nullptr : find (highest ? order.back() : order.front());
+
+    if (first != nullptr)
+        first->grabKeyboardFocus();
+
+    return first != nullptr;
+}
+
 //======================================================================================================================
 void RoomBands::focus (int band)
 {

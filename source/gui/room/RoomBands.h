@@ -80,6 +80,9 @@ public:
     /** A read-out of a band is open for typing. */
     [[nodiscard]] bool isTyping() const;
 
+    /** Gives the keyboard to the lowest band, or to the highest. @returns false where none hangs */
+    bool takeKeyboard (bool highest);
+
     [[nodiscard]] bool isEmpty() const noexcept { return hung.empty(); }
 
     /** The control of a band, or null. */

@@ -71,6 +71,9 @@ Solvane::Solvane (VelmoraAudioProcessor& processorToUse)
     setOpaque (true);
     setFocusContainerType (FocusContainerType::keyboardFocusContainer);
 
+    // Otherwise a click in the empty room would give the keyboard to the lowest band, and nobody would see that.
+    setWantsKeyboardFocus (true);
+
     constexpr float hintHeight = 14.0f;
     constexpr float scaleHeight = 10.0f;
     initialiseLabel (hintLabel, Palette::hintLabel, Fonts::regular (hintHeight));
@@ -446,6 +449,12 @@ void Solvane::mouseEnter (const juce::MouseEvent& event)
         onCloseMenu();
     else if (! scaleSelector.getBounds().contains (event.getPosition()) && ! bands.isTyping())
         collapseControls();
+}
+
+bool Solvane::keyPressed (const juce::KeyPress& key)
+{
+    const auto backwards = key.getModifiers().isShiftDown();
+    return key.isKeyCode (juce::KeyPress::tabKey) && hasKeyboardFocus (false) && bands.takeKeyboard (backwards);
 }
 
 void Solvane::mouseDoubleClick (const juce::MouseEvent& event)

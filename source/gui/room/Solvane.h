@@ -89,6 +89,7 @@ public:
     void mouseEnter (const juce::MouseEvent& event) override;
     void mouseExit (const juce::MouseEvent& event) override;
     void mouseMove (const juce::MouseEvent& event) override;
+    bool keyPressed (const juce::KeyPress& key) override;
     void mouseDoubleClick (const juce::MouseEvent& event) override;
     std::unique_ptr<juce::AccessibilityHandler> createAccessibilityHandler() override;
 
