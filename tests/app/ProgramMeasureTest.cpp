@@ -167,7 +167,8 @@ TEST_F (ProgramMeasureTest, theDecoderOfMp3sSaysNothingOfItsOwn)
     makeInput ("whole.mp3", "-C -2.2");
     const auto whole = bytesOf (folder.path ("whole.mp3"));
     const auto expected = measure ({ "whole.mp3" })[0];
-    writeBytes (folder.path ("tagged.mp3"), whole + "APETAGEX" + std::string (whole.size() / 20, 'p'));
+    const std::string tag ("ID3\x04\0\0\0\0\x4e\x10", 10); // of 10000 bytes, seven bits to a byte
+    writeBytes (folder.path ("tagged.mp3"), whole + tag + std::string (10000, 'p'));
     writeBytes (folder.path ("cut.mp3"), whole.substr (0, whole.size() / 2));
 
     const auto tagged = solvane ({ "measure", "tagged.mp3", "--json" });

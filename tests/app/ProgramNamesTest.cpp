@@ -17,7 +17,7 @@ protected:
     /** A piece of music under a name that sox need not understand. */
     void makeInputCalled (const std::string& name)
     {
-        makeInput ("plain.wav", "-b 16", "trim 0 1.2 gain -12");
+        makeInput ("plain.wav", "-b 16", "trim 0 1.2 gain -6");
         writeBytes (folder.path (name), bytesOf (folder.path ("plain.wav")));
     }
 

@@ -150,7 +150,7 @@ TEST_F (ProgramStreamsTest, aSignalWhileItWaitsForInputLeavesNothing)
 /** Nobody reads the list, which is longer than a pipe has room for: the system does not come back from printing. */
 TEST_F (ProgramStreamsTest, aSecondSignalEndsItWhateverItWaitsFor)
 {
-    ASSERT_GT (solvane ({ "presets", "--json" }).output.size(), 100000u);
+    ASSERT_GT (solvane ({ "presets", "--json" }).output.size(), 70000u);
     const auto run = shell ("mkfifo pipe; exec 5<>pipe; '" SOLVANE_PROGRAM
                             "' presets --json >&5 5>&- & child=$!; head -c 1 <&5 > /dev/null; kill -TERM $child; "
                             "kill -HUP $child; wait $child; echo $?");

@@ -76,8 +76,6 @@ void MidSideControlPanel::showFor (int servedBandIndex, float value)
     shown = true;
     ticksToHide = 0;
 
-    // Its window makes it before the room that it lies over.
-    toFront (false);
     setVisible (true);
 
     // The window made it before the room, which would cover it.

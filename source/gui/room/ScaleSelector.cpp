@@ -17,7 +17,7 @@ constexpr float cornerSize = 3.0f;
 
 /** A text that is wider than its cell is narrowed by as much as this before it is cut. */
 constexpr float narrowestText = 0.6f;
-constexpr float textInset = 0.5f;
+constexpr float textInset = 1.0f;
 
 /** How far a pointer goes before a press counts as a movement, in pixels. */
 constexpr int clickReach = 3;
