@@ -175,6 +175,31 @@ TEST_F (TypeByHandTest, escapeAndAnEnterAtOnceKeepWhatThereWas)
     EXPECT_TRUE (comesTo (gain, 9.0)) << "the same with Enter at its end";
 }
 
+TEST_F (TypeByHandTest, pointerMayGoWhileAValueIsTyped)
+{
+    struct Elsewhere
+    {
+        const char* what;
+        int column;
+        int row;
+    };
+
+    for (const auto& elsewhere : { Elsewhere { "the empty room", left, 520 },
+                                   Elsewhere { "the wall", 10, 500 },
+                                   Elsewhere { "the strip beside it", -10, 500 },
+                                   Elsewhere { "the bar above", 250, -20 },
+                                   Elsewhere { "the bar below", 250, 640 } })
+    {
+        begin();
+        openGain();
+        window.type ("7");
+        moveTo (elsewhere.column, elsewhere.row);
+        idleFor (300);
+        window.key ("Return");
+        EXPECT_TRUE (comesTo (gain, 7.0)) << elsewhere.what << ": " << window.text (gain);
+    }
+}
+
 TEST_F (TypeByHandTest, clickElsewhereTakesWhatIsTyped)
 {
     struct Elsewhere
