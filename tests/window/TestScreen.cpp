@@ -112,6 +112,53 @@ bool TestScreen::isShown (XWindow window)
     return XGetWindowAttributes (connection, window, &attributes) != 0 && attributes.map_state == IsViewable;
 }
 
+XWindow TestScreen::findShown (const std::string& title)
+{
+    return findShownIn (DefaultRootWindow (connection), title);
+}
+
+XWindow TestScreen::findShownIn (XWindow parent, const std::string& title)
+{
+    Window root = 0;
+    Window above = 0;
+    Window* children = nullptr;
+    unsigned count = 0;
+
+    if (XQueryTree (connection, parent, &root, &above, &children, &count) == 0 || children == nullptr)
+        return 0;
+
+    XWindow found = 0;
+
+    for (unsigned index = 0; index < count && found == 0; ++index)
+    {
+        XTextProperty name {};
+        XGetWMName (connection, children[index], &name);
+        const auto matches =
+            name.value != nullptr && title == reinterpret_cast<const char*> (name.value) && isShown (children[index]);
+
+        if (name.value != nullptr)
+            XFree (name.value);
+
+        found = matches ? children[index] : findShownIn (children[index], title);
+    }
+
+    XFree (children);
+    return found;
+}
+
+void TestScreen::askToClose (XWindow window)
+{
+    XEvent event {};
+    event.xclient.type = ClientMessage;
+    event.xclient.window = window;
+    event.xclient.message_type = XInternAtom (connection, "WM_PROTOCOLS", False);
+    event.xclient.format = 32;
+    event.xclient.data.l[0] = static_cast<long> (XInternAtom (connection, "WM_DELETE_WINDOW", False));
+    event.xclient.data.l[1] = CurrentTime;
+    XSendEvent (connection, window, False, NoEventMask, &event);
+    finish();
+}
+
 TestScreen::Place TestScreen::placeOf (XWindow window)
 {
     Place place {};

@@ -54,6 +54,12 @@ public:
     /** Whether a window and all around it are shown. */
     [[nodiscard]] bool isShown (XWindow window);
 
+    /** A shown window of any program by its title, or 0. */
+    [[nodiscard]] XWindow findShown (const std::string& title);
+
+    /** What a window manager's cross says to a window. */
+    void askToClose (XWindow window);
+
     /** Where a window's top left corner stands on the screen. */
     struct Place
     {
@@ -92,5 +98,7 @@ public:
     void finish();
 
 private:
+    [[nodiscard]] XWindow findShownIn (XWindow parent, const std::string& title);
+
     XDisplay* connection;
 };

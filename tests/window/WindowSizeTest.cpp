@@ -45,8 +45,8 @@ TEST_F (WindowSizeTest, isWhereTheNextInstanceBegins)
 
 TEST_F (WindowSizeTest, hasALeast)
 {
-    window.resize (400, 300);
-    EXPECT_EQ (window.size(), (Size { 570, 606 }));
+    window.drag (675, 707, 395, 295);
+    EXPECT_TRUE (window.eventually ([this] { return window.size() == Size { 570, 606 }; }, std::chrono::seconds (5)));
 
     // 200 rows below the top of a room of 516.
     doubleClick (20, 200);
