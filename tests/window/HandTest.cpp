@@ -38,7 +38,7 @@ bool areNear (std::uint32_t colour, std::uint32_t other)
 }
 } // namespace
 
-HandTest::HandTest()
+HandTest::HandTest (bool managed) : window (48000.0, managed)
 {
     window.setNormalised ("Mix/Master Mode", 1.0f);
     idleFor (100);

@@ -13,7 +13,7 @@
 class HandTest : public testing::Test
 {
 protected:
-    HandTest();
+    explicit HandTest (bool managed = false);
 
     /** Lets go of what a failed test still holds. */
     ~HandTest() override;

@@ -52,7 +52,8 @@ std::string keyNameOf (char character)
 }
 } // namespace
 
-PluginWindow::PluginWindow (double sampleRate) : plugin (std::string (SOLVANE_DIST) + "/vst/SOLVANE.so")
+PluginWindow::PluginWindow (double sampleRate, bool inAFrame)
+    : managed (inAFrame), plugin (std::string (SOLVANE_DIST) + "/vst/SOLVANE.so")
 {
     plugin.setSizeHandler ([this] (int width, int height) { display.resizeWindow (parent, width, height); });
     open();
@@ -81,8 +82,8 @@ void PluginWindow::open()
     if (rectangle == nullptr)
         throw std::runtime_error ("the plug-in says no size");
 
-    parent =
-        display.makeWindow (windowX, windowY, rectangle->right - rectangle->left, rectangle->bottom - rectangle->top);
+    parent = display.makeWindow (
+        windowX, windowY, rectangle->right - rectangle->left, rectangle->bottom - rectangle->top, managed);
     moveAway();
     plugin.dispatch (editorOpen, 0, 0, reinterpret_cast<void*> (parent));
 

@@ -13,8 +13,10 @@
 class PluginWindow
 {
 public:
-    /** Opens the window. @param sampleRate  in Hz; 0 leaves the audio off */
-    explicit PluginWindow (double sampleRate = 48000.0);
+    /** Opens the window.
+        @param sampleRate  in Hz; 0 leaves the audio off
+        @param managed     the window manager frames the window, and gives it the keyboard by a click */
+    explicit PluginWindow (double sampleRate = 48000.0, bool managed = false);
     ~PluginWindow();
 
     PluginWindow (const PluginWindow&) = delete;
@@ -112,6 +114,7 @@ private:
     void runAudio (double sampleRate);
     [[nodiscard]] int indexOf (const std::string& parameterName) const;
 
+    const bool managed;
     Vst2Host plugin;
     TestScreen display;
     XWindow parent = 0;

@@ -53,7 +53,7 @@ TestScreen::~TestScreen()
     XCloseDisplay (connection);
 }
 
-XWindow TestScreen::makeWindow (int x, int y, int width, int height)
+XWindow TestScreen::makeWindow (int x, int y, int width, int height, bool managed)
 {
     const auto window = XCreateSimpleWindow (connection,
                                              DefaultRootWindow (connection),
@@ -64,9 +64,9 @@ XWindow TestScreen::makeWindow (int x, int y, int width, int height)
                                              0,
                                              0,
                                              0);
-    // Frames and places are the window manager's business for others; this one stands where it is put.
+    // A window that is not managed has no frame, and stands where it is put.
     XSetWindowAttributes attributes {};
-    attributes.override_redirect = True;
+    attributes.override_redirect = managed ? False : True;
     XChangeWindowAttributes (connection, window, CWOverrideRedirect, &attributes);
     XSelectInput (connection, window, StructureNotifyMask);
     XMapRaised (connection, window);

@@ -44,7 +44,7 @@ public:
     [[nodiscard]] XDisplay* display() const noexcept { return connection; }
 
     /** Places a plain window of another program's, as a host gives one to a plug-in; shown when this returns. */
-    [[nodiscard]] XWindow makeWindow (int x, int y, int width, int height);
+    [[nodiscard]] XWindow makeWindow (int x, int y, int width, int height, bool managed = false);
     void resizeWindow (XWindow window, int width, int height);
     void destroyWindow (XWindow window);
 

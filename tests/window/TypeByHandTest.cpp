@@ -25,6 +25,8 @@ struct Typed
 class TypeByHandTest : public HandTest
 {
 protected:
+    explicit TypeByHandTest (bool managed = false) : HandTest (managed) {}
+
     /** Hangs the band anew, so that no case follows from another. */
     void begin()
     {
@@ -82,6 +84,31 @@ TEST_F (TypeByHandTest, clickOnTheReadoutTypesAGain)
         window.key ("Return");
         EXPECT_TRUE (comesTo (gain, typed.figure)) << "'" << typed.text << "': " << window.text (gain);
     }
+}
+
+/** Where a click makes a window the active one, as on most desktops. */
+class ManagedTypeByHandTest : public TypeByHandTest
+{
+protected:
+    ManagedTypeByHandTest() : TypeByHandTest (true) {}
+};
+
+TEST_F (ManagedTypeByHandTest, clickThatActivatesTheWindowTypesAsWell)
+{
+    for (const auto* text : { "5.5", "-2", "7" })
+    {
+        begin();
+        openGain();
+        type (text);
+        window.key ("Return");
+        EXPECT_TRUE (comesTo (gain, std::stod (text))) << text << ": " << window.text (gain);
+    }
+
+    begin();
+    openFrequency();
+    type ("1234Hz");
+    window.key ("Return");
+    EXPECT_TRUE (comesTo (frequency, 1230.0)) << window.text (frequency);
 }
 
 TEST_F (TypeByHandTest, doubleClickOnTheLineTypesAFrequency)

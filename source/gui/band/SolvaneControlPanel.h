@@ -1,5 +1,6 @@
 #pragma once
 
+#include "gui/band/TypingFocus.h"
 #include "gui/look/SVGButton.h"
 
 #include <juce_gui_basics/juce_gui_basics.h>
@@ -100,6 +101,7 @@ private:
     void applyFade();
 
     const Shape shape;
+    TypingFocus typingFocus { readout };
     IPanelOwner* owner = nullptr;
     juce::Colour colour;
     int fadeStep = 0;
