@@ -5,6 +5,7 @@
 #include "gui/room/RoomWorker.h"
 #include "support/Messages.h"
 #include "support/PluginRig.h"
+#include "support/RepaintCounter.h"
 #include "targets/DisplayCurve.h"
 #include "window/DisplayServer.h"
 
@@ -167,31 +168,6 @@ void measureWalls (PluginRig& rig)
     worker.stop();
     row ("from a change of gain to its curve, at most", Measurement::quantile (waits, 1.0), "timer ticks", "(2)");
 }
-
-/** Counts what a component asks to be painted. */
-class RepaintCounter final : public juce::CachedComponentImage
-{
-public:
-    RepaintCounter (juce::Component& componentToWatch, int& countToRaise)
-        : component (componentToWatch), count (countToRaise)
-    {
-    }
-
-    void paint (juce::Graphics& graphics) override { component.paintEntireComponent (graphics, false); }
-    bool invalidateAll() override { return note(); }
-    bool invalidate (const juce::Rectangle<int>&) override { return note(); }
-    void releaseResources() override {}
-
-private:
-    bool note()
-    {
-        ++count;
-        return true;
-    }
-
-    juce::Component& component;
-    int& count;
-};
 
 void measurePainting (PluginRig& rig)
 {

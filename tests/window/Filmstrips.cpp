@@ -1,5 +1,5 @@
-#include "window/BandsByHost.h"
 #include "window/DisplayServer.h"
+#include "window/HungBand.h"
 #include "window/PictureStrip.h"
 #include "window/PluginWindow.h"
 
@@ -25,7 +25,7 @@ constexpr int height = 606;
 constexpr int frameCount = 8;
 constexpr int framesPerRow = 4;
 
-const BandsByHost::Band voice { 2400.0, -6.0 };
+const HungBand voice { 2400.0, -6.0 };
 
 void open (PluginWindow& window)
 {
@@ -60,7 +60,7 @@ std::vector<Picture> filmDrag()
 
     PluginWindow window;
     open (window);
-    BandsByHost::hang (window, 1, voice);
+    hang (window, 1, voice);
     window.idleFor (std::chrono::milliseconds (300));
     window.press (x, fromY);
     std::vector<Picture> frames { window.lookAtRest() };
@@ -86,9 +86,9 @@ std::vector<Picture> filmScale()
 
     PluginWindow window;
     open (window);
-    BandsByHost::hang (window, 1, { 700.0, -2.0 });
-    BandsByHost::hang (window, 2, { 2400.0, 3.0, 1.5 });
-    BandsByHost::hang (window, 3, { 9000.0, 1.5, 1.5 });
+    hang (window, 1, { 700.0, -2.0 });
+    hang (window, 2, { 2400.0, 3.0, 1.5 });
+    hang (window, 3, { 9000.0, 1.5, 1.5 });
     window.idleFor (std::chrono::milliseconds (500));
     std::vector<Picture> frames { window.lookAtRest() };
     window.click (secondCellX, cellsY);

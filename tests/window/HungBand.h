@@ -17,3 +17,6 @@ struct HungBand
 /** Sets the parameters of a band by its number, 1 to 10; that it is in use comes last, so that whoever follows that one
     finds the others as they stay. */
 void hang (PluginWindow& window, int number, const HungBand& band);
+
+/** Ten of them, up and down, for pictures. */
+void hangTen (PluginWindow& window);

@@ -1,5 +1,5 @@
-#include "window/BandsByHost.h"
 #include "window/DisplayServer.h"
+#include "window/HungBand.h"
 #include "window/PluginWindow.h"
 
 #include <chrono>
@@ -15,9 +15,6 @@
 // Pictures of the built plug-in's window in its states: screenshots FOLDER. Made with pointer and parameters, on a
 // display of its own.
 
-using BandsByHost::hang;
-using BandsByHost::hangTen;
-
 namespace
 {
 constexpr int screenWidth = 1600;
@@ -29,7 +26,7 @@ struct State
     std::function<void (PluginWindow&)> reach;
 };
 
-const BandsByHost::Band voice { 2400.0, 4.0 };
+const HungBand voice { 2400.0, 4.0 };
 
 /** Places within the window by its size: the room ends 25 pixels from either side, 42 from above and 48 from below. */
 int middleX (PluginWindow& window)

@@ -589,25 +589,6 @@ TEST_F (PluginEditorTest, whatIsPostedFindsNobodyAfterTheWindowHasGone)
     EXPECT_EQ (processor.model.interfaceState.masterMessageCount, 0);
 }
 
-TEST_F (PluginEditorTest, aWindowOnAScreenTakesADoubleClickAndGoesAgain)
-{
-    if (juce::Desktop::getInstance().getDisplays().displays.isEmpty())
-        GTEST_SKIP() << "no display";
-
-    for (auto time = 0; time < 3; ++time)
-    {
-        open();
-        editor->addToDesktop (juce::ComponentPeer::windowHasTitleBar);
-        Messages::deliver();
-        EXPECT_TRUE (editor->isShowing());
-        editor->main().room().mouseDoubleClick (mouseAt (editor->main().room(), { 300.0f, 300.0f }));
-        Messages::deliver();
-        EXPECT_FLOAT_EQ (processor.model.getBandValue (time, Settings::Parameter::active), 1.0f);
-        tick (30);
-        Messages::deliver();
-    }
-}
-
 TEST_F (PluginEditorTest, aWindowMayComeAndGoAHundredTimes)
 {
     for (auto time = 0; time < 100; ++time)

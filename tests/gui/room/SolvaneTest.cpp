@@ -6,6 +6,7 @@
 #include "gui/room/RoomMouse.h"
 #include "support/Pictures.h"
 #include "support/PluginRig.h"
+#include "support/RepaintCounter.h"
 
 #include <gmock/gmock.h>
 
@@ -22,31 +23,6 @@ namespace
 constexpr juce::Point<int> roomPosition { 25, 42 };
 constexpr int marginX = 50;
 constexpr int marginY = 90;
-
-/** Counts how often a component asks to be painted. */
-class RepaintCounter final : public juce::CachedComponentImage
-{
-public:
-    RepaintCounter (juce::Component& componentToWatch, int& countToRaise)
-        : component (componentToWatch), count (countToRaise)
-    {
-    }
-
-    void paint (juce::Graphics& graphics) override { component.paintEntireComponent (graphics, false); }
-    bool invalidateAll() override { return note(); }
-    bool invalidate (const juce::Rectangle<int>&) override { return note(); }
-    void releaseResources() override {}
-
-private:
-    bool note()
-    {
-        ++count;
-        return true;
-    }
-
-    juce::Component& component;
-    int& count;
-};
 
 void serveMessages()
 {
