@@ -48,7 +48,13 @@ protected:
     void open()
     {
         plugin->openWindow();
-        serveUntil ([this] { return showsThePlugin(); }, *plugin);
+
+        // Looked at now and then only: a window that is being placed has the whole display held now and then.
+        for (auto shows = false; ! shows; shows = showsThePlugin())
+        {
+            const auto next = std::chrono::steady_clock::now() + 50ms;
+            serveUntil ([next] { return std::chrono::steady_clock::now() > next; }, *plugin);
+        }
     }
 
     /** A room has more colours than an empty window. */
