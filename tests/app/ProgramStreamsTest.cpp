@@ -147,6 +147,8 @@ TEST_F (ProgramStreamsTest, aSignalWhileItWaitsForInputLeavesNothing)
     EXPECT_THAT (folder.names(), ElementsAre ("in.wav", "tmp"));
 }
 
+// The thread sanitizer keeps signals back until a write that blocks returns, which is what this must not wait for.
+#if ! defined(__SANITIZE_THREAD__)
 /** Nobody reads the list, which is longer than a pipe has room for: the system does not come back from printing. */
 TEST_F (ProgramStreamsTest, aSecondSignalEndsItWhateverItWaitsFor)
 {
@@ -156,4 +158,5 @@ TEST_F (ProgramStreamsTest, aSecondSignalEndsItWhateverItWaitsFor)
                             "kill -HUP $child; wait $child; echo $?");
     EXPECT_EQ (run.output, "130\n");
 }
+#endif
 } // namespace
