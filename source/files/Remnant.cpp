@@ -38,6 +38,12 @@ Remnant::~Remnant()
 void Remnant::removeAll() noexcept
 {
     for (auto& each : slots)
-        if (const auto* const name = each.exchange (nullptr); name != nullptr)
+        if (auto* const name = each.exchange (nullptr); name != nullptr)
+        {
             ::unlink (name);
+
+            // A handler of signals may not free it, so its owner does; an empty name is nobody's file.
+            *name = '\0';
+            each.store (name);
+        }
 }
