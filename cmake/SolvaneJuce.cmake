@@ -10,6 +10,7 @@ endif()
 find_package (PkgConfig REQUIRED)
 # Debian's framework comes without its bundled codecs.
 pkg_check_modules (SolvaneCodecs REQUIRED IMPORTED_TARGET flac libpng libjpeg zlib)
+pkg_check_modules (SolvaneCurl REQUIRED IMPORTED_TARGET libcurl)
 
 add_library (solvane_juce STATIC)
 
@@ -49,7 +50,8 @@ target_link_libraries (solvane_juce
         juce::juce_gui_extra
     PUBLIC
         solvane_flags
-        PkgConfig::SolvaneCodecs)
+        PkgConfig::SolvaneCodecs
+        PkgConfig::SolvaneCurl)
 
 set_target_properties (solvane_juce PROPERTIES
     POSITION_INDEPENDENT_CODE TRUE

@@ -1,5 +1,7 @@
 #include "pictures/EditorStates.h"
 
+#include "gui/help/HelpWindow.h"
+
 #include <array>
 #include <random>
 
@@ -98,6 +100,34 @@ void crossTheLimitsOfMaster (EditorStage& stage)
     PluginRig::serveMessagesUntil ([&] { return stage.window().main().burgerMenu().isVisible(); });
 }
 
+/** The help page as a click on its button opens it. */
+void openHelp (EditorStage& stage, bool withUpdate)
+{
+    stage.model().interfaceState.updateAvailable = withUpdate;
+    auto& main = stage.window().main();
+    stage.window().buttons().helpButton.triggerClick();
+    PluginRig::serveMessagesUntil ([&] { return main.isShowingPlace (MainWindow::Place::helpWindow); });
+    dynamic_cast<HelpWindow&> (*main.component (MainWindow::Place::helpWindow)).showBuildDate ("Jul 25 2022");
+}
+
+/** The pointer over the link to the website, while there is a new product. */
+void pointAtTheNews (EditorStage& stage)
+{
+    stage.model().interfaceState.newsAvailable = true;
+    stage.window().refreshAnnouncements();
+    const auto& link = stage.window().website().icon;
+    stage.pointAt (link, { 10, 10 }, [&] { return stage.window().main().isShowingNotice(); });
+}
+
+/** The pointer over the help button, while there is an update. */
+void pointAtTheUpdate (EditorStage& stage)
+{
+    stage.model().interfaceState.updateAvailable = true;
+    stage.window().refreshAnnouncements();
+    const auto& button = stage.window().buttons().helpButton;
+    stage.pointAt (button, { 15, 15 }, [&] { return stage.window().main().isShowingNotice(); });
+}
+
 /** Noise that falls with frequency, somewhat as music does, until a target can be shown. */
 void measureNoise (EditorStage& stage)
 {
@@ -164,6 +194,10 @@ const std::vector<EditorState>& editorStates()
         { "out-of-scale", chooseTooSmallAScale },
         { "master-message", crossTheLimitsOfMaster },
         { "target", measureNoise },
+        { "help", [] (EditorStage& stage) { openHelp (stage, false); } },
+        { "help-update", [] (EditorStage& stage) { openHelp (stage, true); } },
+        { "news-notice", pointAtTheNews },
+        { "update-notice", pointAtTheUpdate },
     };
 
     return states;

@@ -71,6 +71,15 @@ struct InterfaceState
     /** How often this instance has explained the limits of Master. */
     int masterMessageCount = 0;
 
+    //==================================================================================================================
+    // Update and news: each asked for once in the life of an instance. Written by the thread that asks.
+
+    std::atomic<bool> updateCheckStarted { false };
+    std::atomic<bool> newsCheckStarted { false };
+    std::atomic<bool> updateCheckAnswered { false };
+    std::atomic<bool> updateAvailable { false };
+    std::atomic<bool> newsAvailable { false };
+
     /** The editor is being destroyed: its controls leave quietly. */
     bool closingEditor = false;
 };

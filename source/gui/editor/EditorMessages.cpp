@@ -11,6 +11,16 @@ juce::String EditorMessages::bandsOutOfScale()
     return "EQ bands not within selected scale.";
 }
 
+juce::String EditorMessages::newProduct()
+{
+    return "A new product is available. Click the link to visit our website.";
+}
+
+juce::String EditorMessages::update()
+{
+    return "An update is available. Click the '?' icon to view the link.";
+}
+
 bool EditorMessages::showsMasterLimits (const Situation& situation) noexcept
 {
     return situation.notificationsWanted && situation.bandChangedByUser && ! situation.menuOpen

@@ -10,6 +10,8 @@ inline constexpr int masterMessageLimit = 6;
 
 [[nodiscard]] juce::String masterLimits();
 [[nodiscard]] juce::String bandsOutOfScale();
+[[nodiscard]] juce::String newProduct();
+[[nodiscard]] juce::String update();
 
 struct Situation
 {

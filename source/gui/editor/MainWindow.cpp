@@ -11,6 +11,7 @@ namespace
 {
 constexpr float labelFontHeight = 10.5f;
 constexpr float pointerFontHeight = 12.0f;
+constexpr float noticeFontHeight = 15.0f;
 constexpr int labelWidth = 18;
 constexpr int labelHeight = 15;
 constexpr int pointerWidth = 46;
@@ -58,6 +59,14 @@ MainWindow::MainWindow (VelmoraAudioProcessor& owner) : processor (owner), roomV
         addChildComponent (*label);
     }
 
+    noticeLabel.setFont (Fonts::regular (noticeFontHeight));
+    noticeLabel.setJustificationType (juce::Justification::centred);
+    noticeLabel.setMinimumHorizontalScale (1.0f); // rather two lines than narrow letters
+    noticeLabel.setColour (juce::Label::textColourId, juce::Colour (Palette::text));
+    noticeLabel.setColour (juce::Label::backgroundColourId, juce::Colour (Palette::sliderPanel));
+    noticeLabel.setColour (juce::Label::outlineColourId, juce::Colour (Palette::panelOutline));
+    noticeLabel.setInterceptsMouseClicks (false, false);
+    addChildComponent (noticeLabel);
     addChildComponent (menu);
     roomView.onHover = [this] (float frequencyHz, bool on, juce::Colour colour)
     { showPointers (frequencyHz, on, colour); };
@@ -179,6 +188,19 @@ void MainWindow::showPointers (float frequencyHz, bool shouldShow, juce::Colour 
 
         label->setVisible (shouldShow);
     }
+}
+
+void MainWindow::showNotice (const juce::String& text, juce::Rectangle<int> place)
+{
+    noticeLabel.setText (text, juce::dontSendNotification);
+    noticeLabel.setBounds (place.getIntersection (getLocalBounds()));
+    noticeLabel.toFront (false);
+    noticeLabel.setVisible (true);
+}
+
+void MainWindow::hideNotice()
+{
+    noticeLabel.setVisible (false);
 }
 
 void MainWindow::placePointer (juce::Label& label, bool left, float row)

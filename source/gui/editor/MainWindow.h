@@ -46,6 +46,12 @@ public:
     /** Shows both pointers at a frequency, in the colour of the band that would be added there, or hides them. */
     void showPointers (float frequencyHz, bool shouldShow, juce::Colour colour);
 
+    /** Shows a short text over the room, or takes it away. The place is in this component's pixels; what would leave
+       the window is cut off, and the text stays within the rest. */
+    void showNotice (const juce::String& text, juce::Rectangle<int> place);
+    void hideNotice();
+    [[nodiscard]] bool isShowingNotice() const { return noticeLabel.isVisible(); }
+
     void paint (juce::Graphics& g) override;
     void resized() override;
 
@@ -59,7 +65,7 @@ private:
     Solvane roomView;
     std::array<std::unique_ptr<juce::Component>, placeCount> places;
     juce::Component statusStrip;
-    juce::Label pointerLabelLeft, pointerLabelRight;
+    juce::Label pointerLabelLeft, pointerLabelRight, noticeLabel;
     BurgerMenu menu;
 
     JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR (MainWindow)

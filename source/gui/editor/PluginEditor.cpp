@@ -2,6 +2,7 @@
 
 #include "gui/editor/EditorMessages.h"
 #include "gui/editor/PresetMenu.h"
+#include "gui/help/HelpWindow.h"
 #include "gui/look/LookAndFeelFactory.h"
 #include "gui/look/Palette.h"
 
@@ -35,7 +36,7 @@ void drawVertically (juce::Graphics& g, juce::Rectangle<int> area, Palette::Argb
 }
 } // namespace
 
-VelmoraAudioProcessorEditor::VelmoraAudioProcessorEditor (VelmoraAudioProcessor& owner)
+VelmoraAudioProcessorEditor::VelmoraAudioProcessorEditor (VelmoraAudioProcessor& owner, const WebHosts& hosts)
     : AudioProcessorEditor (owner),
       audioProcessor (owner),
       model (openedAnew (owner.model)),
@@ -44,7 +45,8 @@ VelmoraAudioProcessorEditor::VelmoraAudioProcessorEditor (VelmoraAudioProcessor&
       overlays (mainWindow, topRow, model.interfaceState, clock),
       dropDowns (*this, mainWindow),
       analysisSlide (*this, mainWindow, model.interfaceState, clock),
-      bandPanels (*this, owner)
+      bandPanels (*this, owner),
+      announcements (model, mainWindow, topRow, hosts, [this] { helpWindow->refresh(); })
 {
     setTitle ("SOLVANE");
     setLookAndFeel (&lookAndFeel);
@@ -64,6 +66,8 @@ VelmoraAudioProcessorEditor::VelmoraAudioProcessorEditor (VelmoraAudioProcessor&
         button->addMouseListener (this, false);
     }
 
+    makeHelpWindow (hosts);
+    announcements.addTo (*this, *this);
     presetLabels.addTo (*this, *this);
     headerLabel.setInterceptsMouseClicks (false, false);
     addAndMakeVisible (headerLabel);
@@ -115,6 +119,14 @@ void VelmoraAudioProcessorEditor::letGoOfThePointer()
 
     if (held != nullptr && (held == this || isParentOf (held)))
         juce::ModifierKeys::currentModifiers = juce::ModifierKeys::currentModifiers.withoutMouseButtons();
+}
+
+void VelmoraAudioProcessorEditor::makeHelpWindow (const WebHosts& hosts)
+{
+    auto window = std::make_unique<HelpWindow> (model.interfaceState, hosts);
+    window->addActionListener (this);
+    helpWindow = window.get();
+    mainWindow.fill (Place::helpWindow, std::move (window));
 }
 
 //======================================================================================================================
@@ -270,6 +282,7 @@ void VelmoraAudioProcessorEditor::resized()
     topRow.place (layout);
     headerLabel.setBounds (layout.header);
     presetLabels.place (layout);
+    announcements.place (layout);
     mainWindow.setBounds (layout.mainWindow);
     analysisSlide.place();
     mainWindow.room().collapseControls();
@@ -293,6 +306,8 @@ void VelmoraAudioProcessorEditor::paint (juce::Graphics& g)
 //======================================================================================================================
 void VelmoraAudioProcessorEditor::buttonClicked (juce::Button* button)
 {
+    announcements.followExit();
+
     if (button == &topRow.compareButton)
         switchComparison();
     else if (button == &topRow.linkButton || button == &topRow.unlinkButton)
@@ -435,6 +450,7 @@ HoverRules::Target VelmoraAudioProcessorEditor::hoverTargetOf (const juce::Compo
 
 void VelmoraAudioProcessorEditor::mouseEnter (const juce::MouseEvent& event)
 {
+    announcements.followEnter (event.eventComponent);
     enter (hoverTargetOf (event.eventComponent), event.eventComponent->isShowing());
     dropDowns.followMouse (event);
 }
@@ -495,6 +511,7 @@ void VelmoraAudioProcessorEditor::act (HoverRules::Action action)
 
 void VelmoraAudioProcessorEditor::mouseExit (const juce::MouseEvent& event)
 {
+    announcements.followExit();
     dropDowns.followMouse (event);
 }
 
@@ -506,13 +523,8 @@ void VelmoraAudioProcessorEditor::mouseMove (const juce::MouseEvent& event)
 //======================================================================================================================
 void VelmoraAudioProcessorEditor::timerCallback()
 {
-    if (clock.advanceStartup() && ! startedUp)
-    {
-        startedUp = true;
-
-        if (onStartup != nullptr)
-            onStartup();
-    }
+    if (clock.advanceStartup())
+        announcements.askOnce();
 
     if (analysisSlide.isMoving())
     {

@@ -4,6 +4,7 @@
 #include "gui/band/BandPanels.h"
 #include "gui/compositor/EditorCompositor.h"
 #include "gui/editor/AnalysisSlide.h"
+#include "gui/editor/Announcements.h"
 #include "gui/editor/DropDownPanels.h"
 #include "gui/editor/EditorClock.h"
 #include "gui/editor/HoverRules.h"
@@ -17,6 +18,8 @@
 
 #include <optional>
 
+class HelpWindow;
+
 /** The plug-in's window: the top row, the room between, the preset's name below.
 
     The host makes and deletes it as it likes, in the middle of a drag or a message that is under way. What has to
@@ -29,7 +32,8 @@ class VelmoraAudioProcessorEditor final : public juce::AudioProcessorEditor,
                                           public juce::Timer
 {
 public:
-    explicit VelmoraAudioProcessorEditor (VelmoraAudioProcessor& owner);
+    /** @param hosts where links lead, and where the server is that is asked for updates and news */
+    explicit VelmoraAudioProcessorEditor (VelmoraAudioProcessor& owner, const WebHosts& hosts = WebHosts::builtIn());
     ~VelmoraAudioProcessorEditor() override;
 
     void paint (juce::Graphics& g) override;
@@ -47,11 +51,12 @@ public:
     void timerCallback() override;
 
     //==================================================================================================================
-    /** Called once, four seconds after the window opened, for what looks things up elsewhere. */
-    std::function<void()> onStartup;
-
     [[nodiscard]] MainWindow& main() noexcept { return mainWindow; }
     [[nodiscard]] TopRow& buttons() noexcept { return topRow; }
+    /** Shows what is known of updates and news. */
+    void refreshAnnouncements() { announcements.show(); }
+
+    [[nodiscard]] WebsiteLink& website() noexcept { return announcements.website(); }
 
     /** The preset menu as it would open now. */
     [[nodiscard]] juce::PopupMenu makePresetMenu() const;
@@ -69,6 +74,7 @@ private:
     using Place = MainWindow::Place;
 
     void letGoOfThePointer();
+    void makeHelpWindow (const WebHosts& hosts);
     void subscribe();
     void afterwards (const char* channel, void (VelmoraAudioProcessorEditor::*reaction)());
 
@@ -103,11 +109,12 @@ private:
     DropDownPanels dropDowns;
     AnalysisSlide analysisSlide;
     BandPanels bandPanels;
+    HelpWindow* helpWindow = nullptr;
+    Announcements announcements;
     PresetLabels presetLabels;
     juce::Label headerLabel;
     std::unique_ptr<juce::TooltipWindow> toolTips;
     LevelMatchIcon levelMatchIcon;
-    bool startedUp = false;
     std::optional<EditorCompositor> compositor;
 
     std::vector<std::unique_ptr<NotificationSubscription>> notifications;

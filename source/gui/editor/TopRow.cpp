@@ -131,3 +131,16 @@ void TopRow::showUserTarget (bool chosen)
 {
     analyseButton.setImages (Icons::svg (chosen ? Icons::Role::analyseUser : Icons::Role::analyse));
 }
+
+void TopRow::showUpdate (UpdateState state)
+{
+    const auto available = state == UpdateState::available;
+    const auto* tip = available ? Tips::helpUpdate : state == UpdateState::none ? Tips::helpUpToDate : Tips::help;
+    helpButton.setImages (Icons::svg (available ? Icons::Role::helpUpdate : Icons::Role::help));
+    helpButton.setTooltip (Tips::text (tip));
+}
+
+void TopRow::listenAtTitle (bool listens)
+{
+    titleButton.setInterceptsMouseClicks (listens, false);
+}

@@ -38,6 +38,19 @@ public:
     /** Whether the chosen target is one of the user's own. */
     void showUserTarget (bool chosen);
 
+    /** What is known about updates: nothing yet, that there is none, or that there is one. */
+    enum class UpdateState
+    {
+        unknown,
+        none,
+        available
+    };
+
+    void showUpdate (UpdateState state);
+
+    /** Whether the name at the left hears of the pointer, because there is something to tell. */
+    void listenAtTitle (bool listens);
+
     orvik::SVGButton titleButton { "Title" };
     orvik::SVGButton gainScaleButton { "Gain Scale" };
     orvik::SVGCheckbox compareButton { "Compare" };

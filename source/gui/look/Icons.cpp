@@ -59,6 +59,10 @@ juce::String Icons::svg (Role role)
             return text (mid_svg, mid_svgSize);
         case Role::side:
             return text (side_svg, side_svgSize);
+        case Role::website:
+            return text (website_svg, website_svgSize);
+        case Role::websiteNews:
+            return text (websitenews_svg, websitenews_svgSize);
     }
 
     return {};

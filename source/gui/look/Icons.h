@@ -32,10 +32,12 @@ enum class Role
     bell,
     shelf,
     mid,
-    side
+    side,
+    website,
+    websiteNews
 };
 
-inline constexpr int roleCount = static_cast<int> (Role::side) + 1;
+inline constexpr int roleCount = static_cast<int> (Role::websiteNews) + 1;
 
 [[nodiscard]] juce::String svg (Role role);
 } // namespace Icons

@@ -3,11 +3,13 @@
 #include "gui/look/Fonts.h"
 #include "gui/look/Palette.h"
 
+#include <algorithm>
+
 namespace orvik
 {
 namespace
 {
-constexpr float textHeight = 15.0f;
+constexpr float textHeight = 14.0f;
 } // namespace
 
 SVGHyperlinkButton::SVGHyperlinkButton (const juce::String& name, juce::URL address)
@@ -30,7 +32,14 @@ void SVGHyperlinkButton::paintButton (juce::Graphics& g, bool over, bool down)
     font.setUnderline (over);
     g.setFont (font);
     g.setColour (juce::Colour (Palette::text).withMultipliedAlpha (down ? 0.7f : 1.0f));
-    g.drawText (getButtonText(), getLocalBounds(), juce::Justification::centredLeft);
+
+    // What reaches beyond its parent is clicked there no more, but its text stays where it can be read.
+    auto area = getLocalBounds();
+
+    if (const auto* parent = getParentComponent())
+        area.setRight (std::min (area.getRight(), parent->getWidth() - getX()));
+
+    g.drawText (getButtonText(), area, juce::Justification::centredLeft);
 }
 
 void SVGHyperlinkButton::clicked()

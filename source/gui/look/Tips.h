@@ -46,6 +46,10 @@ inline constexpr auto settings = "Adjust and save the default settings to suit y
 
 inline constexpr auto help = "Manual, updates, version number, support, and other useful links.\n ";
 
+/** Instead of the former, once the maker's server has answered. */
+inline constexpr auto helpUpToDate = "Manuals, version number and other useful links.\n ";
+inline constexpr auto helpUpdate = "An update is available!\n ";
+
 inline constexpr auto room =
     "Gain Adjustment Target\n\nWhen a preset is created or selected, you'll see a green EQ curve appear "
     "on the walls of SOLVANE. This is the gain adjustment target.\n\n Adjust the gain and Q bandwidth of "
@@ -102,6 +106,9 @@ inline constexpr auto stereo =
     "Stereo: Click and drag to adjust the mid side balance. Click once to return to stereo.\n ";
 
 inline constexpr auto website = "Click to visit our website and see the latest products, blog posts, and tutorials.\n ";
+
+/** Instead of the former, once there is one. */
+inline constexpr auto newProduct = "A new product is available!\n ";
 
 inline constexpr auto scale =
     "Scale:\u00A0Click and hold the display range\u00A0figure to change the range. (\u00B12dB / "

@@ -562,17 +562,6 @@ TEST_F (PluginEditorTest, makesTheSparePanelsOnceItHasOpenedAndTakesThemAlong)
     EXPECT_EQ (panelsIn (*editor), 2);
 }
 
-TEST_F (PluginEditorTest, startsUpOnceAfterFourSeconds)
-{
-    open();
-    auto started = 0;
-    editor->onStartup = [&started] { ++started; };
-    tick (100);
-    EXPECT_EQ (started, 0);
-    tick (50);
-    EXPECT_EQ (started, 1);
-}
-
 //======================================================================================================================
 TEST_F (PluginEditorTest, whatIsPostedFindsNobodyAfterTheWindowHasGone)
 {
