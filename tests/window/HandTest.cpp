@@ -69,6 +69,17 @@ void HandTest::hangAndSee (int number, const HungBand& band)
     window.host().takeEdits();
 }
 
+void HandTest::reachBehindWithCtrl()
+{
+    hangAndSee (2, { 1200.0 });
+    hangAndSee (1, { 1000.0, 6.0 });
+    moveTo (100, hiddenLine + 20);
+    idleFor (50);
+    window.keyDown ("Control_L");
+    moveTo (100, hiddenLine);
+    idleFor (50);
+}
+
 bool HandTest::showsLine (int number, int row)
 {
     constexpr int besideTheWall = 130;

@@ -21,6 +21,13 @@ protected:
     /** Hangs a band and waits until its line shows in the room. */
     void hangAndSee (int number, const HungBand& band);
 
+    /** Hangs band 2 behind band 1, at 1200 and 1000 Hz, the latter with 6 dB, and comes to the line of the hidden one
+        with Ctrl held down. */
+    void reachBehindWithCtrl();
+
+    /** Where that line runs over the body of the band in front. */
+    static constexpr int hiddenLine = 403;
+
     /** Whether a band's line, in the band's own colour, crosses the room at a row, or beside it. */
     [[nodiscard]] bool showsLine (int number, int row);
 

@@ -197,16 +197,7 @@ TEST_F (RoomByHandTest, altClickBringsTheGainToZero)
 
 TEST_F (RoomByHandTest, ctrlBringsAHiddenBandForward)
 {
-    hangAndSee (2, { 1200.0 });
-    hangAndSee (1, { 1000.0, 6.0 });
-
-    // The line of the band behind, which runs over the body of the one in front.
-    constexpr int hiddenLine = 403;
-    moveTo (100, hiddenLine + 20);
-    idleFor (50);
-    window.keyDown ("Control_L");
-    moveTo (100, hiddenLine);
-    idleFor (50);
+    reachBehindWithCtrl();
     window.keyUp ("Control_L");
     moveTo (100, hiddenLine + 1);
     press (100, hiddenLine);

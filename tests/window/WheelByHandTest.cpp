@@ -81,16 +81,7 @@ TEST_F (WheelByHandTest, turnsTheBandInFront)
 
 TEST_F (WheelByHandTest, reachesAHiddenBandWithCtrl)
 {
-    hangAndSee (2, { 1200.0 });
-    hangAndSee (1, { 1000.0, 6.0 });
-
-    // The line of the band behind, which runs over the body of the one in front.
-    constexpr int hiddenLine = 403;
-    moveTo (100, hiddenLine + 20);
-    idleFor (50);
-    window.keyDown ("Control_L");
-    moveTo (100, hiddenLine);
-    idleFor (50);
+    reachBehindWithCtrl();
     wheel (100, hiddenLine + 1, 1);
     EXPECT_TRUE (comesTo ("Band 2 Gain", -0.9)) << window.text ("Band 2 Gain");
     window.keyUp ("Control_L");

@@ -28,6 +28,16 @@ protected:
 
     void open() { open (server.host()); }
 
+    /** Asks a server that answers so, and waits for both answers. */
+    void hear (const juce::String& version, const juce::String& newsText)
+    {
+        server.answer (versionPath, version);
+        server.answer (newsPath, newsText);
+        open();
+        news->askOnce();
+        awaitAnswers (2);
+    }
+
     void awaitAnswers (int count)
     {
         while (answers < count)
@@ -41,13 +51,7 @@ protected:
 
 TEST_F (MakersNewsTest, findsBothAndTellsOfBoth)
 {
-    server.answer (versionPath, "1.0.9");
-    server.answer (newsPath, "True");
-    open();
-    EXPECT_FALSE (state.updateAvailable);
-    EXPECT_FALSE (state.newsAvailable);
-    news->askOnce();
-    awaitAnswers (2);
+    hear ("1.0.9", "True");
     EXPECT_TRUE (state.updateAvailable);
     EXPECT_TRUE (state.newsAvailable);
     EXPECT_TRUE (state.updateCheckAnswered);
@@ -55,11 +59,7 @@ TEST_F (MakersNewsTest, findsBothAndTellsOfBoth)
 
 TEST_F (MakersNewsTest, nothingNewIsAnAnswerToo)
 {
-    server.answer (versionPath, "1.0.8");
-    server.answer (newsPath, "False");
-    open();
-    news->askOnce();
-    awaitAnswers (2);
+    hear ("1.0.8", "False");
     EXPECT_FALSE (state.updateAvailable);
     EXPECT_FALSE (state.newsAvailable);
     EXPECT_TRUE (state.updateCheckAnswered);
@@ -67,11 +67,7 @@ TEST_F (MakersNewsTest, nothingNewIsAnAnswerToo)
 
 TEST_F (MakersNewsTest, asksOnceInTheLifeOfAnInstanceWhicheverWindowIsOpen)
 {
-    server.answer (versionPath, "1.0.9");
-    server.answer (newsPath, "True");
-    open();
-    news->askOnce();
-    awaitAnswers (2);
+    hear ("1.0.9", "True");
     EXPECT_TRUE (news->hasAsked());
     news->askOnce();
     open();
