@@ -246,10 +246,11 @@ TEST (SmartBandsTest, theLastPeakIgnoresItsOwnFallAndEndsAtADip)
 
 TEST (SmartBandsTest, peaksWithAShallowValleyMeetInIt)
 {
-    const auto bands = bandsOf ({ 1, 9, 10, 9, 8, 9, 9.5, 9, 1, 0.5, 0.6 });
-    EXPECT_THAT (frequenciesOf (bands), ElementsAre (1600, 1200));
-    EXPECT_EQ (bands[0].lower, 1400);
-    EXPECT_EQ (bands[1].upper, 1400);
+    const auto bands = bandsOf ({ 1, 9, 10, 9, 8, 9, 9.5, 9, 1, 8, 0.5, 0.6 });
+    EXPECT_THAT (frequenciesOf (bands), ElementsAre (1900, 1600, 1200));
+    EXPECT_EQ (bands[1].lower, 1400);
+    EXPECT_EQ (bands[1].upper, 1800);
+    EXPECT_EQ (bands[2].upper, 1400);
 }
 
 TEST (SmartBandsTest, aDipReachesToWhereTheCurveHasRisenToTheShare)
@@ -304,6 +305,9 @@ TEST (SmartBandsTest, atEitherEndOnlyTheStrongestBandIsTaken)
     EXPECT_THAT (frequenciesOf (bandsWithPeaksAt (
                      { { 336, 5 }, { 400, 4 }, { 431, 1 }, { 5000, 2 }, { 14799, 1 }, { 14850, 2 }, { 16000, 3 } })),
                  ElementsAre (14799, 5000, 431, 16000, 336));
+
+    EXPECT_THAT (frequenciesOf (bandsWithPeaksAt ({ { 400, 4 }, { 430, 1 }, { 14800, 1 }, { 16000, 3 } })),
+                 ElementsAre (16000, 400));
 
     // One alone is taken as it is.
     EXPECT_THAT (frequenciesOf (bandsWithPeaksAt ({ { 430, 0.2 }, { 14800, 0.2 } })), ElementsAre (14800, 430));
