@@ -11,6 +11,16 @@ juce::String EditorMessages::bandsOutOfScale()
     return "EQ bands not within selected scale.";
 }
 
+juce::String EditorMessages::analysisNotSet()
+{
+    return "Analysis not set.";
+}
+
+juce::String EditorMessages::noSmartBands()
+{
+    return juce::String::fromUTF8 ("Targets less than \u00B10.5dB. Did not generate Smart Bands.");
+}
+
 juce::String EditorMessages::newProduct()
 {
     return "A new product is available. Click the link to visit our website.";

@@ -2,7 +2,7 @@
 
 #include <juce_core/juce_core.h>
 
-/** What the window says unasked, and when. */
+/** What the window says in a panel over the room, and what it says unasked, when. */
 namespace EditorMessages
 {
 /** How often one instance explains the limits of Master. */
@@ -10,6 +10,8 @@ inline constexpr int masterMessageLimit = 6;
 
 [[nodiscard]] juce::String masterLimits();
 [[nodiscard]] juce::String bandsOutOfScale();
+[[nodiscard]] juce::String analysisNotSet();
+[[nodiscard]] juce::String noSmartBands();
 [[nodiscard]] juce::String newProduct();
 [[nodiscard]] juce::String update();
 
