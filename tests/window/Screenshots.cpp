@@ -68,6 +68,26 @@ void crossTheLimitsOfMaster (PluginWindow& window)
     window.moveAway();
 }
 
+/** The pointer over a button of the top row, so many pixels from the window's right edge, until what it opens is open. */
+void pointAtButton (PluginWindow& window, int fromRight)
+{
+    constexpr int buttonY = 20;
+    window.moveTo (window.size().width - fromRight, buttonY);
+    window.idleFor (std::chrono::milliseconds (300));
+}
+
+void clickButton (PluginWindow& window, int fromRight)
+{
+    pointAtButton (window, fromRight);
+    window.click (window.size().width - fromRight, 20);
+}
+
+constexpr int gainScaleFromRight = 225;
+constexpr int burgerFromRight = 152;
+constexpr int outputGainFromRight = 115;
+constexpr int settingsFromRight = 81;
+constexpr int helpFromRight = 21;
+
 const std::vector<State> states {
     { "empty", [] (PluginWindow&) {} },
     { "one-band", [] (PluginWindow& window) { hang (window, 1, voice); } },
@@ -118,6 +138,28 @@ const std::vector<State> states {
           hangTen (window);
           window.setNormalised ("Gain Scale", 0.75f);
       } },
+    { "menu", [] (PluginWindow& window) { pointAtButton (window, burgerFromRight); } },
+    { "menu-bands",
+      [] (PluginWindow& window)
+      {
+          hangTen (window);
+          pointAtButton (window, burgerFromRight);
+      } },
+    { "output-gain-panel",
+      [] (PluginWindow& window)
+      {
+          hang (window, 1, voice);
+          pointAtButton (window, outputGainFromRight);
+      } },
+    { "gain-scale-panel",
+      [] (PluginWindow& window)
+      {
+          hangTen (window);
+          window.setNormalised ("Gain Scale", 0.75f);
+          pointAtButton (window, gainScaleFromRight);
+      } },
+    { "settings", [] (PluginWindow& window) { clickButton (window, settingsFromRight); } },
+    { "help", [] (PluginWindow& window) { clickButton (window, helpFromRight); } },
 };
 
 struct Size
