@@ -59,6 +59,36 @@ juce::String Icons::svg (Role role)
             return text (mid_svg, mid_svgSize);
         case Role::side:
             return text (side_svg, side_svgSize);
+        case Role::phaseLinear:
+            return text (phaselinear_svg, phaselinear_svgSize);
+        case Role::phaseLinearDown:
+            return text (phaselineardown_svg, phaselineardown_svgSize);
+        case Role::phaseMinimum:
+            return text (phaseminimum_svg, phaseminimum_svgSize);
+        case Role::phaseMinimumDown:
+            return text (phaseminimumdown_svg, phaseminimumdown_svgSize);
+        case Role::modeMix:
+            return text (modemix_svg, modemix_svgSize);
+        case Role::modeMixDown:
+            return text (modemixdown_svg, modemixdown_svgSize);
+        case Role::modeMaster:
+            return text (modemaster_svg, modemaster_svgSize);
+        case Role::modeMasterDown:
+            return text (modemasterdown_svg, modemasterdown_svgSize);
+        case Role::switchOff:
+            return text (switchoff_svg, switchoff_svgSize);
+        case Role::switchOffDown:
+            return text (switchoffdown_svg, switchoffdown_svgSize);
+        case Role::switchOn:
+            return text (switchon_svg, switchon_svgSize);
+        case Role::switchOnDown:
+            return text (switchondown_svg, switchondown_svgSize);
+        case Role::close:
+            return text (close_svg, close_svgSize);
+        case Role::closeOver:
+            return text (closeover_svg, closeover_svgSize);
+        case Role::closeDown:
+            return text (closedown_svg, closedown_svgSize);
         case Role::website:
             return text (website_svg, website_svgSize);
         case Role::websiteNews:

@@ -34,10 +34,25 @@ enum class Role
     mid,
     side,
     website,
-    websiteNews
+    websiteNews,
+    phaseLinear,
+    phaseLinearDown,
+    phaseMinimum,
+    phaseMinimumDown,
+    modeMix,
+    modeMixDown,
+    modeMaster,
+    modeMasterDown,
+    switchOff,
+    switchOffDown,
+    switchOn,
+    switchOnDown,
+    close,
+    closeOver,
+    closeDown
 };
 
-inline constexpr int roleCount = static_cast<int> (Role::websiteNews) + 1;
+inline constexpr int roleCount = static_cast<int> (Role::closeDown) + 1;
 
 [[nodiscard]] juce::String svg (Role role);
 } // namespace Icons
