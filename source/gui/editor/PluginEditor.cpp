@@ -5,6 +5,7 @@
 #include "gui/help/HelpWindow.h"
 #include "gui/look/LookAndFeelFactory.h"
 #include "gui/look/Palette.h"
+#include "gui/settings/SettingsWindow.h"
 
 #include <cmath>
 
@@ -57,6 +58,7 @@ VelmoraAudioProcessorEditor::VelmoraAudioProcessorEditor (VelmoraAudioProcessor&
         if (overlays.menuShowing())
             overlays.hideMenu();
     };
+    addSettingsWindow();
 
     topRow.addTo (*this);
 
@@ -127,6 +129,16 @@ void VelmoraAudioProcessorEditor::makeHelpWindow (const WebHosts& hosts)
     window->addActionListener (this);
     helpWindow = window.get();
     mainWindow.fill (Place::helpWindow, std::move (window));
+}
+
+void VelmoraAudioProcessorEditor::addSettingsWindow()
+{
+    auto settings = std::make_unique<SettingsWindow> (model);
+    settings->addActionListener (this);
+
+    // The bands look at their setting when their hover ends.
+    settings->onSwitched = [this] { mainWindow.room().collapseControls(); };
+    mainWindow.fill (Place::settingsWindow, std::move (settings));
 }
 
 //======================================================================================================================

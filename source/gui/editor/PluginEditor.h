@@ -83,6 +83,7 @@ private:
     void followMasterLimits();
     void followSession();
     void followMinimised();
+    void addSettingsWindow();
     void followPreset (bool restoring);
     void showPresetLabels();
     void noteBandsOutOfScale();

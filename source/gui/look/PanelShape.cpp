@@ -37,3 +37,12 @@ void PanelShape::draw (juce::Graphics& g, juce::Rectangle<int> bounds, float tip
     g.setColour (juce::Colour (Palette::panelOutline));
     g.strokePath (path, juce::PathStrokeType (1.0f));
 }
+
+void PanelShape::drawPage (juce::Graphics& g, juce::Rectangle<int> bounds)
+{
+    const auto area = bounds.toFloat().reduced (0.5f);
+    g.setColour (juce::Colour (Palette::sliderPanel));
+    g.fillRoundedRectangle (area, radius);
+    g.setColour (juce::Colour (Palette::panelOutline));
+    g.drawRoundedRectangle (area, radius, 1.0f);
+}

@@ -11,4 +11,7 @@ inline constexpr float tipHeight = 6.0f;
 
 /** @param tipX where the tip points, in pixels from the left edge of the panel */
 void draw (juce::Graphics& g, juce::Rectangle<int> bounds, float tipX);
+
+/** The ground of a whole page over the room: the same box without a tip. */
+void drawPage (juce::Graphics& g, juce::Rectangle<int> bounds);
 } // namespace PanelShape
