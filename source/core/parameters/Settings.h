@@ -20,6 +20,16 @@ enum class Parameter
 
 constexpr int bandParameterKindCount = 8;
 
+/** What the burger menu asks for. */
+enum class BurgerMenuCallback
+{
+    addSmartBands = 0,
+    resetTargets = 1,
+    deleteAllBands = 2,
+    closeMenu = 3,
+    addBands = 4 ///< with a number from 1 to 10
+};
+
 /** Gains and Qs beyond these are refused by the short filters of Master. */
 constexpr float masterGainLimitDb = 4.0f;
 constexpr float masterQLimit = 1.5f;

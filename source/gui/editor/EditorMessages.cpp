@@ -41,3 +41,9 @@ bool EditorMessages::showsBandsOutOfScale (const Situation& situation) noexcept
 {
     return situation.notificationsWanted && ! situation.menuOpen;
 }
+
+bool EditorMessages::offersSmartBands (const Situation& situation) noexcept
+{
+    return situation.notificationsWanted && situation.smartBandsReady && ! situation.menuOpen && ! situation.overlayOpen
+           && ! situation.transportPlaying;
+}

@@ -20,6 +20,9 @@ struct Situation
     bool notificationsWanted = true;
     bool menuOpen = false;
     bool bandChangedByUser = false;
+    bool overlayOpen = false;
+    bool smartBandsReady = false;
+    bool transportPlaying = false;
     bool canUseMasterMode = true;
     bool masterMode = true;
     int masterMessageCount = 0;
@@ -30,4 +33,7 @@ struct Situation
 
 /** Whether bands that a scale leaves outside are mentioned. */
 [[nodiscard]] bool showsBandsOutOfScale (const Situation& situation) noexcept;
+
+/** Whether smart bands are offered once they can be made: the host has stopped, and nothing lies over the room. */
+[[nodiscard]] bool offersSmartBands (const Situation& situation) noexcept;
 } // namespace EditorMessages

@@ -41,7 +41,7 @@ RoomGeometry geometryOfHeight (int height)
 }
 } // namespace
 
-MainWindow::MainWindow (VelmoraAudioProcessor& owner) : processor (owner), roomView (owner)
+MainWindow::MainWindow (VelmoraAudioProcessor& owner) : processor (owner), roomView (owner), menu (owner)
 {
     setTitle ("Equaliser");
 

@@ -43,8 +43,27 @@ void Overlays::showMessage (const juce::String& text)
 {
     closeWindows();
     hideMenu();
+    mainWindow.burgerMenu().showMessage (BurgerMenu::State::message, text);
+    openMenu();
+}
+
+void Overlays::showMenu()
+{
+    closeWindowsAndButtons();
+    hideMenu();
+    mainWindow.burgerMenu().showCommands (BurgerMenu::State::menu);
+    openMenu();
+}
+
+void Overlays::offerSmartBands()
+{
+    mainWindow.burgerMenu().showCommands (BurgerMenu::State::smartBands);
+    openMenu();
+}
+
+void Overlays::openMenu()
+{
     auto& menu = mainWindow.burgerMenu();
-    menu.showMessage (BurgerMenu::State::message, text);
     menu.toFront (false);
     menu.setVisible (true);
     state.bandsPanelOpen = true;
@@ -74,6 +93,8 @@ bool Overlays::menuShowing() const
 
 void Overlays::advance()
 {
+    mainWindow.burgerMenu().serveTransport();
+
     if (messageShowing() && clock.advanceMessage())
         hideMenu();
 }

@@ -26,6 +26,12 @@ public:
     void showMessage (const juce::String& text);
     void hideMenu();
 
+    /** Opens the menu with its commands. */
+    void showMenu();
+
+    /** Opens the menu's panel with the offer of smart bands alone. */
+    void offerSmartBands();
+
     /** The menu's panel is open with a message in it. */
     [[nodiscard]] bool messageShowing() const;
 
@@ -36,6 +42,7 @@ public:
     void advance();
 
 private:
+    void openMenu();
     [[nodiscard]] bool shows (BurgerMenu::State wanted) const;
 
     MainWindow& mainWindow;

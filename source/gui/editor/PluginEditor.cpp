@@ -44,6 +44,7 @@ VelmoraAudioProcessorEditor::VelmoraAudioProcessorEditor (VelmoraAudioProcessor&
       lookAndFeel (lookAndFeelOf (owner.model)),
       mainWindow (owner),
       overlays (mainWindow, topRow, model.interfaceState, clock),
+      menuCommands (owner, mainWindow.room(), overlays),
       dropDowns (*this, mainWindow),
       analysisSlide (*this, mainWindow, model.interfaceState, clock),
       bandPanels (*this, owner),
@@ -53,11 +54,7 @@ VelmoraAudioProcessorEditor::VelmoraAudioProcessorEditor (VelmoraAudioProcessor&
     setLookAndFeel (&lookAndFeel);
     addAndMakeVisible (mainWindow);
     mainWindow.room().onBandsOutOfScale = [this] { noteBandsOutOfScale(); };
-    mainWindow.room().onCloseMenu = [this]
-    {
-        if (overlays.menuShowing())
-            overlays.hideMenu();
-    };
+    bindMenu();
     addSettingsWindow();
 
     topRow.addTo (*this);
@@ -107,6 +104,7 @@ VelmoraAudioProcessorEditor::~VelmoraAudioProcessorEditor()
     compositor.reset();
     mainWindow.room().onBandsOutOfScale = nullptr;
     mainWindow.room().onCloseMenu = nullptr;
+    mainWindow.burgerMenu().onCommand = nullptr;
     toolTips.reset();
     setLookAndFeel (nullptr);
     model.editorClosed = true;
@@ -131,6 +129,13 @@ void VelmoraAudioProcessorEditor::makeHelpWindow (const WebHosts& hosts)
     mainWindow.fill (Place::helpWindow, std::move (window));
 }
 
+void VelmoraAudioProcessorEditor::bindMenu()
+{
+    mainWindow.burgerMenu().onCommand = [this] (Settings::BurgerMenuCallback command, int number)
+    { menuCommands.run (command, number); };
+    mainWindow.room().onCloseMenu = [this] { menuCommands.run (Settings::BurgerMenuCallback::closeMenu, 0); };
+}
+
 void VelmoraAudioProcessorEditor::addSettingsWindow()
 {
     auto settings = std::make_unique<SettingsWindow> (model);
@@ -147,6 +152,7 @@ void VelmoraAudioProcessorEditor::subscribe()
     afterwards (Channels::createOverlapControls, &VelmoraAudioProcessorEditor::makeBandPanels);
     afterwards (Channels::mainBypass, &VelmoraAudioProcessorEditor::followMainBypass);
     afterwards (Channels::canUseMasterMode, &VelmoraAudioProcessorEditor::followMasterLimits);
+    afterwards (Channels::smartBandsReady, &VelmoraAudioProcessorEditor::offerSmartBands);
     afterwards (Channels::stateInformationSet, &VelmoraAudioProcessorEditor::followSession);
     afterwards (Channels::minimised, &VelmoraAudioProcessorEditor::followMinimised);
     presetSubscription.emplace (audioProcessor.getAPVTS(), ParameterIds::currentPreset, *this);
@@ -238,6 +244,24 @@ void VelmoraAudioProcessorEditor::noteBandsOutOfScale()
         overlays.showMessage (EditorMessages::bandsOutOfScale());
 }
 
+void VelmoraAudioProcessorEditor::offerSmartBands()
+{
+    const auto& state = model.interfaceState;
+    EditorMessages::Situation situation;
+    situation.notificationsWanted = model.showNotifications;
+    situation.menuOpen = state.bandsPanelOpen;
+    situation.overlayOpen = state.settingsOpen || state.helpOpen || state.analysisOpen;
+    situation.smartBandsReady = model.smartBandsReady();
+    situation.transportPlaying = model.transport.isPlaying();
+
+    if (! EditorMessages::offersSmartBands (situation))
+        return;
+
+    dropDowns.hide (Place::outputGainPanel);
+    dropDowns.hide (Place::gainScalePanel);
+    overlays.offerSmartBands();
+}
+
 void VelmoraAudioProcessorEditor::followSession()
 {
     topRow.showComparison (audioProcessor.sessionState().comparisonASelected());
@@ -324,6 +348,8 @@ void VelmoraAudioProcessorEditor::buttonClicked (juce::Button* button)
         switchComparison();
     else if (button == &topRow.linkButton || button == &topRow.unlinkButton)
         audioProcessor.sessionState().compareCopy();
+    else if (button == &topRow.burgerButton)
+        overlays.showMenu();
     else if (button == &topRow.settingsButton)
         overlays.toggle (topRow.settingsButton, Place::settingsWindow);
     else if (button == &topRow.helpButton)
@@ -507,7 +533,7 @@ void VelmoraAudioProcessorEditor::act (HoverRules::Action action)
         case Action::hideGainScalePanel:
             return dropDowns.hide (Place::gainScalePanel);
         case Action::showBurgerMenu:
-            return;
+            return overlays.showMenu();
         case Action::closeOverlays:
             return overlays.closeWindows();
         case Action::clearToggles:

@@ -10,6 +10,7 @@
 #include "gui/editor/HoverRules.h"
 #include "gui/editor/LevelMatchIcon.h"
 #include "gui/editor/MainWindow.h"
+#include "gui/editor/MenuCommands.h"
 #include "gui/editor/Overlays.h"
 #include "gui/editor/PresetLabels.h"
 #include "gui/editor/Subscriptions.h"
@@ -81,8 +82,10 @@ private:
     void makeBandPanels();
     void followMainBypass();
     void followMasterLimits();
+    void offerSmartBands();
     void followSession();
     void followMinimised();
+    void bindMenu();
     void addSettingsWindow();
     void followPreset (bool restoring);
     void showPresetLabels();
@@ -107,6 +110,7 @@ private:
     EditorClock clock;
     TopRow topRow;
     Overlays overlays;
+    MenuCommands menuCommands;
     DropDownPanels dropDowns;
     AnalysisSlide analysisSlide;
     BandPanels bandPanels;

@@ -1,94 +1,265 @@
 #include "gui/menu/BurgerMenu.h"
 
 #include "gui/look/Fonts.h"
+#include "gui/look/Icons.h"
 #include "gui/look/Palette.h"
 #include "gui/look/PanelShape.h"
+#include "gui/look/Tips.h"
 
 #include <algorithm>
 
+using Command = Settings::BurgerMenuCallback;
+
 namespace
 {
-constexpr int left = 17;
-constexpr int labelWidth = 196;
-constexpr int messageTop = 15;
-constexpr int lineHeight = 20;
-constexpr int leastMessageHeight = 40;
-constexpr float messageFontHeight = 15.0f;
+constexpr float labelFontHeight = 14.0f;
 
-/** Below the middle of the burger button. */
-constexpr float tipX = 125.0f;
+/** Below the middle of the burger button, from the panel's right edge. */
+constexpr int tipFromRight = 105;
 
-juce::TextLayout layOutMessage (const juce::String& text)
+/** The look and feel takes the bold font where a button's name says so. */
+constexpr auto boldButton = "bold";
+
+void place (juce::Component& component, juce::Rectangle<int> area)
 {
-    juce::AttributedString attributed;
-    attributed.append (text, Fonts::regular (messageFontHeight), juce::Colour (Palette::message));
+    component.setVisible (! area.isEmpty());
+    component.setBounds (area);
+}
 
-    // Lines of the font's height and these pixels between them.
-    attributed.setLineSpacing (3.0f);
+bool anyBandActive (const PluginModel& model)
+{
+    for (int band = 0; band < bandCount; ++band)
+        if (model.getBandValue (band, Settings::Parameter::active) > 0.5f)
+            return true;
 
-    juce::TextLayout layout;
-    layout.createLayout (attributed, static_cast<float> (labelWidth));
-    return layout;
+    return false;
 }
 } // namespace
 
-BurgerMenu::MessageLabel::MessageLabel()
+BurgerMenu::BurgerMenu (VelmoraAudioProcessor& owner)
+    : processor (owner), model (owner.model), transportSeen (owner.model.transport.isPlaying())
 {
-    setColour (textColourId, juce::Colour (Palette::message));
-    setFont (Fonts::regular (messageFontHeight));
-    setInterceptsMouseClicks (false, false);
-
-    // The first line may begin above the label, when the text is centred in the panel.
-    setPaintingIsUnclipped (true);
-}
-
-void BurgerMenu::MessageLabel::paint (juce::Graphics& g)
-{
-    const auto layout = layOutMessage (getText());
-    const auto panelHeight = static_cast<float> (getBottom());
-    const auto top = (panelHeight + PanelShape::tipHeight - layout.getHeight()) * 0.5f - static_cast<float> (getY());
-    layout.draw (g, { 0.0f, top, static_cast<float> (getWidth()), layout.getHeight() });
-}
-
-BurgerMenu::BurgerMenu()
-{
-    setTitle ("Messages");
+    setTitle ("Band options");
     addChildComponent (messageLabel);
+    prepareLabels();
+    prepareToggles();
+    prepareButton (resetTargetsButton, "RESET TARGETS", Tips::resetTargets);
+    prepareButton (addSmartBandsButton, "ADD SMART BANDS", Tips::addSmartBands);
+
+    for (std::size_t i = 0; i < numberButtons.size(); ++i)
+    {
+        const juce::String number (i + 1);
+        prepareButton (numberButtons[i], number, Tips::addBands);
+        numberButtons[i].setTitle ("Add " + number + (i == 0 ? " band" : " bands"));
+    }
+
+    prepareButton (deleteAllBandsButton, "DELETE ALL BANDS", Tips::deleteAllBands);
+    subscribe();
 }
 
-int BurgerMenu::messageHeightFor (const juce::String& text)
+BurgerMenu::~BurgerMenu()
 {
-    return std::max (leastMessageHeight, layOutMessage (text).getNumLines() * lineHeight);
+    // Nothing posts any more from here on.
+    parameterSubscriptions.clear();
+    channelSubscriptions.clear();
+    cancelPendingUpdate();
+}
+
+void BurgerMenu::subscribe()
+{
+    for (const auto* id : { ParameterIds::phase, ParameterIds::mode })
+        parameterSubscriptions.push_back (std::make_unique<ParameterSubscription> (processor.getAPVTS(), id, *this));
+
+    const auto listen = [this] (const char* channel, NotificationChannels::Callback callback)
+    {
+        channelSubscriptions.push_back (
+            std::make_unique<NotificationSubscription> (model.channels, channel, std::move (callback)));
+    };
+
+    listen (Channels::transportPlaying, [this] { followTransport(); });
+    listen (Channels::smartBandsReady, [this] { triggerAsyncUpdate(); });
+    listen (Channels::canUseMasterMode, [this] { triggerAsyncUpdate(); });
+}
+
+void BurgerMenu::prepareLabels()
+{
+    for (auto* label : { &filterPhaseLabel, &filterModeLabel, &addBandsLabel })
+    {
+        label->setFont (Fonts::bold (labelFontHeight));
+        label->setColour (juce::Label::textColourId, juce::Colour (Palette::menuText));
+        label->setJustificationType (label == &addBandsLabel ? juce::Justification::centredLeft
+                                                             : juce::Justification::centred);
+        label->setInterceptsMouseClicks (false, false);
+        addChildComponent (*label);
+    }
+
+    filterPhaseLabel.setText ("Filter Phase", juce::dontSendNotification);
+    filterModeLabel.setText ("Filter Mode", juce::dontSendNotification);
+    addBandsLabel.setText ("Add Bands", juce::dontSendNotification);
+}
+
+void BurgerMenu::prepareToggles()
+{
+    using Icons::Role;
+    using Icons::svg;
+
+    phaseButton.setImages (
+        svg (Role::phaseMinimum), svg (Role::phaseMinimumDown), svg (Role::phaseLinear), svg (Role::phaseLinearDown));
+    modeButton.setImages (
+        svg (Role::modeMaster), svg (Role::modeMasterDown), svg (Role::modeMix), svg (Role::modeMixDown));
+    phaseButton.setTooltip (Tips::text (Tips::filterPhase));
+    modeButton.setTooltip (Tips::text (Tips::filterMode));
+
+    for (auto* button : { &phaseButton, &modeButton })
+    {
+        // What they show is the parameter, never the click.
+        button->setClickingTogglesState (false);
+        button->addListener (this);
+        addChildComponent (*button);
+    }
+}
+
+void BurgerMenu::prepareButton (juce::TextButton& button, const juce::String& text, const char* tip)
+{
+    button.setName (boldButton);
+    button.setButtonText (text);
+    button.setTitle (text);
+    button.setTooltip (Tips::text (tip));
+    button.setMouseClickGrabsKeyboardFocus (false);
+    button.addListener (this);
+    addChildComponent (button);
+}
+
+//======================================================================================================================
+void BurgerMenu::showCommands (State kind)
+{
+    currentState = kind;
+    setTitle ("Band options");
+    refresh();
 }
 
 void BurgerMenu::showMessage (State kind, const juce::String& text)
 {
     currentState = kind;
     messageText = text;
-    messageHeight = messageHeightFor (text);
+    messageHeight = MessageLabel::heightFor (text);
     messageLabel.setText (text, juce::dontSendNotification);
+    setTitle ("Messages");
+    refresh();
+}
 
+BurgerMenuLayout::Situation BurgerMenu::situation() const
+{
+    return { .state = currentState,
+             .messageHeight = messageHeight,
+             .transportRuns = transportSeen,
+             .targetShown = processor.presets.currentPreset().id != Presets::noTargetsId && model.targetsReady(),
+             .smartBandsReady = model.smartBandsReady(),
+             .anyBandActive = anyBandActive (model),
+             .masterMode = model.filterMode() == FilterMode::master,
+             .canUseMasterMode = model.canUseMasterMode(),
+             .sampleRate = model.sampleRate };
+}
+
+void BurgerMenu::refresh()
+{
     if (const auto* parent = getParentComponent())
         layOut (parent->getWidth());
 }
 
 void BurgerMenu::layOut (int parentWidth)
 {
-    auto y = 0;
-    messageLabel.setVisible (currentState == State::message);
+    const auto layout = BurgerMenuLayout::of (situation());
+    setBounds (layout.panelIn (parentWidth));
 
-    if (currentState == State::message)
+    place (messageLabel, layout.message);
+    place (filterPhaseLabel, layout.phaseLabel);
+    place (phaseButton, layout.phaseButton);
+    place (filterModeLabel, layout.modeLabel);
+    place (modeButton, layout.modeButton);
+    place (resetTargetsButton, layout.resetTargets);
+    place (addSmartBandsButton, layout.addSmartBands);
+    place (addBandsLabel, layout.addBandsLabel);
+    place (deleteAllBandsButton, layout.deleteAllBands);
+
+    for (std::size_t i = 0; i < numberButtons.size(); ++i)
+        place (numberButtons[i], layout.numbers[i]);
+
+    phaseButton.setEnabled (layout.phaseEnabled);
+    modeButton.setEnabled (layout.modeEnabled);
+    phaseButton.setToggleState (model.filterPhase() == FilterPhase::linear, juce::dontSendNotification);
+    modeButton.setToggleState (model.filterMode() == FilterMode::mix, juce::dontSendNotification);
+    repaint();
+}
+
+void BurgerMenu::handleAsyncUpdate()
+{
+    // What is hidden is laid out when it is shown.
+    if (isVisible())
+        refresh();
+}
+
+/** Audio thread, once a block. Real-time safe. */
+void BurgerMenu::followTransport() noexcept
+{
+    const auto runs = model.transport.isPlaying();
+
+    if (transportSeen.exchange (runs, std::memory_order_relaxed) != runs)
+        transportChanged = true;
+}
+
+void BurgerMenu::serveTransport()
+{
+    if (transportChanged.exchange (false))
+        handleAsyncUpdate();
+}
+
+//======================================================================================================================
+void BurgerMenu::buttonClicked (juce::Button* button)
+{
+    if (button == &phaseButton)
+        return toggle (ParameterIds::phase);
+
+    if (button == &modeButton)
+        return toggle (ParameterIds::mode);
+
+    if (button == &addSmartBandsButton)
+        return command (Command::addSmartBands);
+
+    if (button == &resetTargetsButton)
     {
-        y = messageTop;
-        messageLabel.setBounds (left, y, labelWidth, messageHeight);
-        y += messageHeight;
+        command (Command::resetTargets);
+        return handleAsyncUpdate();
     }
 
-    setBounds (parentWidth - distanceFromRight, 0, panelWidth, y);
-    repaint();
+    if (button == &deleteAllBandsButton)
+        return command (Command::deleteAllBands);
+
+    for (std::size_t i = 0; i < numberButtons.size(); ++i)
+        if (button == &numberButtons[i])
+            return command (Command::addBands, static_cast<int> (i) + 1);
+}
+
+void BurgerMenu::command (Command wanted, int number)
+{
+    if (onCommand)
+        onCommand (wanted, number);
+}
+
+void BurgerMenu::toggle (const char* parameterId)
+{
+    auto* parameter = processor.getAPVTS().getParameter (parameterId);
+
+    if (parameter == nullptr)
+        return;
+
+    parameter->beginChangeGesture();
+    model.setParameterValue (parameterId, parameter->getValue() < 0.5f ? 1.0f : 0.0f);
+    parameter->endChangeGesture();
+    refresh();
 }
 
 void BurgerMenu::paint (juce::Graphics& g)
 {
-    PanelShape::draw (g, getLocalBounds(), tipX);
+    PanelShape::draw (g, getLocalBounds(), static_cast<float> (getWidth() - tipFromRight));
 }

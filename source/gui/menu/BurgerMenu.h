@@ -1,25 +1,42 @@
 #pragma once
 
+#include "core/PluginProcessor.h"
+#include "gui/editor/Subscriptions.h"
+#include "gui/look/SVGCheckbox.h"
+#include "gui/menu/BurgerMenuLayout.h"
+#include "gui/menu/MessageLabel.h"
+
 #include <juce_gui_basics/juce_gui_basics.h>
 
-/** The panel below the burger button. It carries the room's messages.
+#include <array>
+#include <atomic>
+#include <functional>
+#include <memory>
+#include <vector>
 
-    Message thread. */
-class BurgerMenu final : public juce::Component
+/** The panel below the burger button: what concerns all bands at once, the filters' phase and mode, the offer of smart
+    bands, and the room's messages.
+
+    It follows what it shows while it is open. Parameters and channels change on any thread, and only post; the
+    transport's channel, which the audio thread fires at every block, only leaves a mark for the editor's timer. All
+    else belongs to the message thread. */
+class BurgerMenu final : public juce::Component,
+                         public juce::Button::Listener,
+                         public juce::AudioProcessorValueTreeState::Listener,
+                         private juce::AsyncUpdater
 {
 public:
-    enum class State
-    {
-        smartBands = 0,
-        menu = 1,
-        message = 2
-    };
+    using State = BurgerMenuLayout::State;
 
-    /** Where the panel stands in its parent, of which only the width matters: from its right edge, at the top. */
-    static constexpr int distanceFromRight = 272;
-    static constexpr int panelWidth = 230;
+    explicit BurgerMenu (VelmoraAudioProcessor& processor);
+    ~BurgerMenu() override;
 
-    BurgerMenu();
+    /** What a command is to do; the number goes with addBands. */
+    std::function<void (Settings::BurgerMenuCallback command, int number)> onCommand;
+
+    /** Takes one of the two states with commands, and is laid out for what is known now. Does not make itself visible.
+     */
+    void showCommands (State kind);
 
     /** Shows a text instead of commands. The panel takes the height that the text needs. */
     void showMessage (State kind, const juce::String& text);
@@ -30,24 +47,48 @@ public:
     /** Takes bounds for a parent of this width. */
     void layOut (int parentWidth);
 
-    /** How high a message's label is: 20 pixels a wrapped line, 40 at least. */
-    [[nodiscard]] static int messageHeightFor (const juce::String& text);
+    /** Follows the host's transport: the work of the editor's timer. */
+    void serveTransport();
 
     void paint (juce::Graphics& g) override;
+    void buttonClicked (juce::Button* button) override;
+
+    /** Any thread. */
+    void parameterChanged (const juce::String&, float) override { triggerAsyncUpdate(); }
 
 private:
-    /** Red text whose lines are spread evenly around the middle of the panel. */
-    class MessageLabel final : public juce::Label
-    {
-    public:
-        MessageLabel();
-        void paint (juce::Graphics& g) override;
-    };
+    void handleAsyncUpdate() override;
+
+    void prepareButton (juce::TextButton& button, const juce::String& text, const char* tip);
+    void prepareLabels();
+    void prepareToggles();
+    void subscribe();
+    void refresh();
+    void followTransport() noexcept;
+    void toggle (const char* parameterId);
+    void command (Settings::BurgerMenuCallback wanted, int number = 0);
+    [[nodiscard]] BurgerMenuLayout::Situation situation() const;
+
+    VelmoraAudioProcessor& processor;
+    PluginModel& model;
+    State currentState = State::menu;
 
     MessageLabel messageLabel;
-    State currentState = State::menu;
     juce::String messageText;
     int messageHeight = 0;
+
+    juce::Label filterPhaseLabel, filterModeLabel, addBandsLabel;
+    orvik::SVGCheckbox phaseButton { "Lin/Min Phase" };
+    orvik::SVGCheckbox modeButton { "Mix/Master Mode" };
+    juce::TextButton resetTargetsButton, addSmartBandsButton, deleteAllBandsButton;
+    std::array<juce::TextButton, 10> numberButtons;
+
+    /** The audio thread's: whether the host's transport ran at the last block, and that this has changed. */
+    std::atomic<bool> transportSeen { false };
+    std::atomic<bool> transportChanged { false };
+
+    std::vector<std::unique_ptr<ParameterSubscription>> parameterSubscriptions;
+    std::vector<std::unique_ptr<NotificationSubscription>> channelSubscriptions;
 
     JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR (BurgerMenu)
 };

@@ -159,7 +159,11 @@ void Solvane::bindBands()
     bands.onClose = [this] (int band) { deleteBand (band, false); };
     bands.onAddBandAtRow = [this] (int row)
     { addBandByHand (NewBand::frequencyOfClick (roomGeometryOf (model), row)); };
-    bands.onMeant = [this] { stopHover(); };
+    bands.onMeant = [this]
+    {
+        stopHover();
+        closeMenu();
+    };
     bands.onWallsChanged = [this] { repaintWalls(); };
     bands.onSorted = [this] { scaleSelector.toFront (false); };
     bands.keepClear = [this] { return scaleSelector.getBounds(); };
@@ -209,6 +213,12 @@ void Solvane::deleteBand (int band, bool keepParameters)
     bands.sort();
     updateHint();
     repaint();
+}
+
+void Solvane::deleteAllBands()
+{
+    for (int band = 0; band < bandCount; ++band)
+        deleteBand (band, false);
 }
 
 void Solvane::rebuildControls()
@@ -266,6 +276,12 @@ void Solvane::resetForStateChange()
 void Solvane::rebuildTarget()
 {
     targetRefresh.rebuild();
+    worker.restart();
+}
+
+void Solvane::forgetMeasurement()
+{
+    targetRefresh.startAnew();
     worker.restart();
 }
 
@@ -445,10 +461,16 @@ void Solvane::mouseEnter (const juce::MouseEvent& event)
     if (state.analysisOpen || state.analysisSliding)
         return;
 
-    if (state.bandsPanelOpen && onCloseMenu)
-        onCloseMenu();
+    if (state.bandsPanelOpen)
+        closeMenu();
     else if (! scaleSelector.getBounds().contains (event.getPosition()) && ! bands.isTyping())
         collapseControls();
+}
+
+void Solvane::closeMenu()
+{
+    if (state.bandsPanelOpen && onCloseMenu)
+        onCloseMenu();
 }
 
 bool Solvane::keyPressed (const juce::KeyPress& key)

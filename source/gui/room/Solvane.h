@@ -67,6 +67,12 @@ public:
     /** Draws the target of another preset or session, without a transition. */
     void rebuildTarget();
 
+    /** Takes every band away. */
+    void deleteAllBands();
+
+    /** Draws the target as it is once what was measured has been forgotten. */
+    void forgetMeasurement();
+
     /** Lays the bands out anew, as after the window's spare panels have come. */
     void layOutControls();
 
@@ -105,6 +111,7 @@ private:
     void updateHint();
     void repaintWalls();
     void stopHover();
+    void closeMenu();
     [[nodiscard]] bool isOnScreen() const { return pretendsToShow || isShowing(); }
     [[nodiscard]] juce::Colour colourOfNextBand() const;
 

@@ -2,6 +2,8 @@
 
 #include "targets/DisplayCurve.h"
 
+#include <tuple>
+
 namespace
 {
 /** The largest move of a pass, in dB, below which what has been measured may be shown, and may be built upon. */
@@ -60,6 +62,12 @@ void TargetRefresh::rebuild()
 {
     model.interfaceState.rowsChanged = true;
     refresh();
+}
+
+void TargetRefresh::startAnew()
+{
+    std::ignore = takeFindings();
+    rebuild();
 }
 
 void TargetRefresh::refresh()

@@ -27,6 +27,10 @@ public:
     /** The same, and the curve in any case: for another height, preset, or session. Message thread. */
     void rebuild();
 
+    /** The same after what was measured has been forgotten: what a pass has found before counts no more. Message
+        thread. */
+    void startAnew();
+
 private:
     /** What the last passes found that nobody has seen yet. */
     struct Findings

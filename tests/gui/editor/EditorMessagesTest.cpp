@@ -68,3 +68,21 @@ TEST (EditorMessagesTest, bandsOutOfScaleAreMentionedUnlessSomethingIsOpen)
     situation.notificationsWanted = false;
     EXPECT_FALSE (EditorMessages::showsBandsOutOfScale (situation));
 }
+
+TEST (EditorMessagesTest, smartBandsAreOfferedToAStoppedHostWithNothingOverItsRoom)
+{
+    const auto offered = [] (auto change)
+    {
+        EditorMessages::Situation situation;
+        situation.smartBandsReady = true;
+        change (situation);
+        return EditorMessages::offersSmartBands (situation);
+    };
+
+    EXPECT_TRUE (offered ([] (auto&) {}));
+    EXPECT_FALSE (offered ([] (auto& situation) { situation.smartBandsReady = false; }));
+    EXPECT_FALSE (offered ([] (auto& situation) { situation.transportPlaying = true; }));
+    EXPECT_FALSE (offered ([] (auto& situation) { situation.menuOpen = true; }));
+    EXPECT_FALSE (offered ([] (auto& situation) { situation.overlayOpen = true; }));
+    EXPECT_FALSE (offered ([] (auto& situation) { situation.notificationsWanted = false; }));
+}

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "gui/editor/Overlays.h"
+#include "gui/room/Solvane.h"
+
+#include <functional>
+
+/** What the burger menu's commands do. Message thread. */
+class MenuCommands
+{
+public:
+    /** All outlive this object. */
+    MenuCommands (VelmoraAudioProcessor& processor, Solvane& room, Overlays& overlays);
+
+    /** Makes bands of the target, once the panel is closed. While it is empty nothing further happens. */
+    std::function<void()> onAddSmartBands;
+
+    /** @param number with addBands: how many, from 1 to 10 */
+    void run (Settings::BurgerMenuCallback command, int number);
+
+private:
+    void resetTargets();
+    void addBands (int number);
+
+    VelmoraAudioProcessor& processor;
+    Solvane& room;
+    Overlays& overlays;
+};
