@@ -1,7 +1,6 @@
 #include "core/audio/LiveSpectrum.h"
 
 #include <algorithm>
-#include <utility>
 
 bool LiveSpectrum::publish (const Magnitudes& fresh)
 {
@@ -19,7 +18,7 @@ bool LiveSpectrum::copy (std::span<float, SpectrumAnalyser::binCount> destinatio
 {
     const std::scoped_lock guard (lock);
     std::copy (magnitudes.begin(), magnitudes.end(), destination.begin());
-    return std::exchange (isFresh, false);
+    return isFresh.exchange (false);
 }
 
 void LiveSpectrum::clear()

@@ -22,6 +22,9 @@ public:
         @returns whether it is new since the last call */
     bool copy (std::span<float, SpectrumAnalyser::binCount> destination);
 
+    /** Whether there is one that copy() has not given away yet. Takes no lock. */
+    [[nodiscard]] bool hasFresh() const noexcept { return isFresh.load (std::memory_order_relaxed); }
+
     /** Fills the spectrum with 0. Once it is frozen nothing comes behind that. */
     void clear();
 
@@ -31,5 +34,5 @@ public:
 private:
     std::mutex lock;
     Magnitudes magnitudes {};
-    bool isFresh = false;
+    std::atomic<bool> isFresh { false };
 };

@@ -39,9 +39,32 @@ RoomGeometry geometryOfHeight (int height)
     geometry.height = static_cast<float> (height);
     return geometry;
 }
+
+/** A figure of the scale, around the place on its baseline. On a glow it keeps a rim of the dark ground around it. */
+void drawFigure (juce::Graphics& g, const char* text, juce::Point<int> place, bool glows)
+{
+    const auto draw = [&] (int dx, int dy)
+    { g.drawSingleLineText (text, place.x + dx, place.y + dy, juce::Justification::horizontallyCentred); };
+
+    if (glows)
+    {
+        g.setColour (juce::Colour (Palette::mainWindow));
+
+        for (const auto dy : { -1, 0, 1 })
+            for (const auto dx : { -1, 0, 1 })
+                draw (dx, dy);
+    }
+
+    g.setColour (juce::Colour (Palette::frequencyLabel));
+    draw (0, 0);
+}
 } // namespace
 
-MainWindow::MainWindow (VelmoraAudioProcessor& owner) : processor (owner), roomView (owner), menu (owner)
+MainWindow::MainWindow (VelmoraAudioProcessor& owner)
+    : processor (owner),
+      roomView (owner),
+      menu (owner),
+      heat (owner.liveAnalysis().spectrum(), owner.model, [this] { repaintStrips(); })
 {
     setTitle ("Equaliser");
 
@@ -70,10 +93,12 @@ MainWindow::MainWindow (VelmoraAudioProcessor& owner) : processor (owner), roomV
     addChildComponent (menu);
     roomView.onHover = [this] (float frequencyHz, bool on, juce::Colour colour)
     { showPointers (frequencyHz, on, colour); };
+    heat.start();
 }
 
 MainWindow::~MainWindow()
 {
+    heat.stop();
     roomView.onHover = nullptr;
 }
 
@@ -142,18 +167,25 @@ void MainWindow::resized()
     roomView.setBounds (stripWidth, 0, width - 2 * stripWidth, height);
     statusStrip.setBounds (5, height - 5, 160, 10);
     menu.layOut (width);
+    heat.resize (height);
+}
+
+void MainWindow::repaintStrips()
+{
+    repaint (0, 0, stripWidth, getHeight());
+    repaint (getWidth() - stripWidth, 0, stripWidth, getHeight());
 }
 
 void MainWindow::paint (juce::Graphics& g)
 {
     g.fillAll (juce::Colour (Palette::mainWindow));
+    heat.paint (g, getLocalBounds());
     drawFrequencies (g);
 }
 
 void MainWindow::drawFrequencies (juce::Graphics& g) const
 {
     const auto geometry = geometryOfHeight (getHeight());
-    g.setColour (juce::Colour (Palette::frequencyLabel));
     const auto font = Fonts::regular (labelFontHeight);
     g.setFont (font);
 
@@ -163,7 +195,7 @@ void MainWindow::drawFrequencies (juce::Graphics& g) const
     const auto draw = [&] (const char* text, int top)
     {
         for (const auto x : { 1, getWidth() - stripWidth + 1 })
-            g.drawSingleLineText (text, x + labelWidth / 2, top + baseline, juce::Justification::horizontallyCentred);
+            drawFigure (g, text, { x + labelWidth / 2, top + baseline }, ! heat.isBlack());
     };
 
     for (const auto& label : frequencyLabels)

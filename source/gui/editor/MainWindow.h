@@ -1,11 +1,13 @@
 #pragma once
 
+#include "gui/heat/HeatStrips.h"
 #include "gui/menu/BurgerMenu.h"
 #include "gui/room/Solvane.h"
 
 #include <memory>
 
-/** The middle of the window: the room between its two frequency scales, and what opens over it.
+/** The middle of the window: the room between its two frequency scales, which glow with what is heard, and what opens
+    over it.
 
     What opens over the room is given to it from outside, one component for each place; a place without one stays
    closed. Message thread. */
@@ -22,7 +24,7 @@ public:
         analysisWindow
     };
 
-    static constexpr int stripWidth = 20;
+    static constexpr int stripWidth = StripPicture::width;
 
     explicit MainWindow (VelmoraAudioProcessor& processor);
     ~MainWindow() override;
@@ -30,6 +32,7 @@ public:
     [[nodiscard]] Solvane& room() noexcept { return roomView; }
     [[nodiscard]] const Solvane& room() const noexcept { return roomView; }
     [[nodiscard]] BurgerMenu& burgerMenu() noexcept { return menu; }
+    [[nodiscard]] HeatStrips& heatStrips() noexcept { return heat; }
 
     /** Puts a component into its place, hidden. */
     void fill (Place place, std::unique_ptr<juce::Component> component);
@@ -51,6 +54,9 @@ public:
     void showNotice (const juce::String& text, juce::Rectangle<int> place);
     void hideNotice();
     [[nodiscard]] bool isShowingNotice() const { return noticeLabel.isVisible(); }
+    /** One tick of the editor's timer: the strips follow what is heard.
+        @param repaintForced whether the window is to be repainted whatever is heard */
+    void serveHeat (bool repaintForced) { heat.tick (isShowing(), repaintForced); }
 
     void paint (juce::Graphics& g) override;
     void resized() override;
@@ -58,6 +64,7 @@ public:
 private:
     static constexpr int placeCount = 5;
 
+    void repaintStrips();
     void drawFrequencies (juce::Graphics& g) const;
     void placePointer (juce::Label& label, bool left, float row);
 
@@ -67,6 +74,7 @@ private:
     juce::Component statusStrip;
     juce::Label pointerLabelLeft, pointerLabelRight, noticeLabel;
     BurgerMenu menu;
+    HeatStrips heat; ///< last: its thread ends before what it draws for
 
     JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR (MainWindow)
 };

@@ -155,6 +155,7 @@ void VelmoraAudioProcessorEditor::subscribe()
     afterwards (Channels::smartBandsReady, &VelmoraAudioProcessorEditor::offerSmartBands);
     afterwards (Channels::stateInformationSet, &VelmoraAudioProcessorEditor::followSession);
     afterwards (Channels::minimised, &VelmoraAudioProcessorEditor::followMinimised);
+    afterwards (Channels::showHeatmap, &VelmoraAudioProcessorEditor::followHeatMap);
     presetSubscription.emplace (audioProcessor.getAPVTS(), ParameterIds::currentPreset, *this);
     gainScaleSubscription.emplace (audioProcessor.getAPVTS(), ParameterIds::gainScale, *this);
 }
@@ -273,6 +274,11 @@ void VelmoraAudioProcessorEditor::followMinimised()
 {
     if (model.minimised())
         setSize (getWidth(), EditorLayout::minHeight);
+}
+
+void VelmoraAudioProcessorEditor::followHeatMap()
+{
+    clock.forceRepaint();
 }
 
 void VelmoraAudioProcessorEditor::followPreset (bool restoring)
@@ -585,7 +591,10 @@ void VelmoraAudioProcessorEditor::timerCallback()
     dropDowns.advance();
     mainWindow.room().serveTransport();
 
-    if (clock.advanceForcedRepaint())
+    const auto repaintForced = clock.advanceForcedRepaint();
+    mainWindow.serveHeat (repaintForced);
+
+    if (repaintForced)
         mainWindow.repaint();
 
     compositor->check();

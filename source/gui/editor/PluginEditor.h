@@ -85,6 +85,7 @@ private:
     void offerSmartBands();
     void followSession();
     void followMinimised();
+    void followHeatMap();
     void bindMenu();
     void addSettingsWindow();
     void followPreset (bool restoring);

@@ -38,6 +38,7 @@ inline constexpr Argb markerFrame = 0xFFD3D3D3;
 inline constexpr Argb hintLabel = 0xFFE6E6E6;
 inline constexpr Argb menuText = 0xFFEAEAEA;
 inline constexpr Argb menuTitle = 0xFFEAEAEB;
+inline constexpr Argb heat = 0xFFFF8C00;    ///< of the strips, by an alpha
 inline constexpr Argb warning = 0xFFFFA200; ///< badges, and a slider's ticks far from its thumb
 inline constexpr Argb gainScaleInUse = 0xFFFFD900;
 inline constexpr Argb levelMatch = 0xFF21D22C;

@@ -50,6 +50,12 @@ float RoomGeometry::frequencyAtRow (float fromHz, float row, float gainDb) const
     return static_cast<float> (start - (static_cast<double> (wallRow (start, gainDb)) - row) / slope);
 }
 
+float RoomGeometry::frequencyFromFront (float row) const noexcept
+{
+    const auto above = static_cast<double> (height) - row;
+    return static_cast<float> (std::pow (10.0, above * logRange / height + logLow));
+}
+
 float RoomGeometry::frequencyFromBackWall (float row) const noexcept
 {
     const auto above = static_cast<double> (height) - row - 0.5 * depth;

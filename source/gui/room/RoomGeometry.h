@@ -35,6 +35,9 @@ struct RoomGeometry
         @param fromHz where to start; below 1 counts as 1 */
     [[nodiscard]] float frequencyAtRow (float fromHz, float row, float gainDb) const noexcept;
 
+    /** The frequency of a row at the front plane, the inverse of frequencyRow(). Not limited. */
+    [[nodiscard]] float frequencyFromFront (float row) const noexcept;
+
     /** The frequency of a row at the depth of 0 dB, as the mouse meets it over an empty room. Not limited. */
     [[nodiscard]] float frequencyFromBackWall (float row) const noexcept;
 };

@@ -2,6 +2,8 @@
 
 #include "gui/look/LookAndFeelFactory.h"
 #include "gui/look/Palette.h"
+#include "gui/look/Tips.h"
+#include "support/Messages.h"
 #include "support/Pictures.h"
 
 #include <gtest/gtest.h>
@@ -30,6 +32,31 @@ protected:
     }
 
     void fill (MainWindow::Place place) { window.fill (place, std::make_unique<juce::Component>()); }
+};
+
+/** Gathers what a component asks to have painted. */
+class RepaintedAreas final : public juce::CachedComponentImage
+{
+public:
+    RepaintedAreas (juce::Component& componentToWatch, juce::RectangleList<int>& areasToFill)
+        : component (componentToWatch), areas (areasToFill)
+    {
+    }
+
+    void paint (juce::Graphics& graphics) override { component.paintEntireComponent (graphics, false); }
+    bool invalidateAll() override { return invalidate (component.getLocalBounds()); }
+
+    bool invalidate (const juce::Rectangle<int>& area) override
+    {
+        areas.add (area);
+        return true;
+    }
+
+    void releaseResources() override {}
+
+private:
+    juce::Component& component;
+    juce::RectangleList<int>& areas;
 };
 
 using Area = juce::Rectangle<int>;
@@ -116,4 +143,107 @@ TEST_F (MainWindowTest, pointersTurnAtCeilingAndFloorAndStayInside)
     ASSERT_NE (pointer ("rightBottom"), nullptr);
     EXPECT_EQ (pointer ("leftBottom")->getBounds().getCentreY(), 622 - 8);
     EXPECT_TRUE (window.getLocalBounds().contains (pointer ("leftBottom")->getBounds()));
+}
+
+TEST_F (MainWindowTest, pointersTurnAtTheLastRowsOfEverySize)
+{
+    struct Case
+    {
+        juce::Rectangle<int> size;
+        const char* kind;
+        float frequencyHz;
+        int centre;
+    };
+
+    // Frequencies a tenth of a pixel beside the 14th row from the ceiling and the 10th from the floor, computed apart.
+    for (const auto& tested : { Case { { 560, 516 }, "Top", 17891.7f, 15 },
+                                Case { { 560, 516 }, "", 17863.1f, 15 },
+                                Case { { 560, 516 }, "", 346.978f, 506 },
+                                Case { { 560, 516 }, "Bottom", 346.422f, 506 },
+                                Case { { 670, 622 }, "Top", 18234.6f, 15 },
+                                Case { { 670, 622 }, "", 18210.4f, 15 },
+                                Case { { 670, 622 }, "", 342.225f, 612 },
+                                Case { { 670, 622 }, "Bottom", 341.770f, 612 },
+                                Case { { 1390, 1110 }, "Top", 18990.7f, 15 },
+                                Case { { 1390, 1110 }, "", 18976.6f, 15 },
+                                Case { { 1390, 1110 }, "", 332.270f, 1100 },
+                                Case { { 1390, 1110 }, "Bottom", 332.022f, 1100 },
+                                Case { { 1390, 1110 }, "", 4000.0f, 432 } })
+    {
+        window.setSize (tested.size.getWidth(), tested.size.getHeight());
+        window.room().onHover (tested.frequencyHz, true, juce::Colours::orange);
+        const auto* left = pointer (juce::String ("left") + tested.kind);
+        const auto* right = pointer (juce::String ("right") + tested.kind);
+        ASSERT_NE (left, nullptr) << tested.frequencyHz;
+        ASSERT_NE (right, nullptr) << tested.frequencyHz;
+        EXPECT_EQ (left->getBounds().getCentreY(), tested.centre) << tested.frequencyHz;
+        EXPECT_EQ (right->getBounds().getCentreY(), tested.centre) << tested.frequencyHz;
+        EXPECT_TRUE (window.getLocalBounds().contains (left->getBounds())) << tested.frequencyHz;
+        EXPECT_EQ (left->getX(), window.room().getX());
+        EXPECT_EQ (right->getRight(), window.room().getRight());
+    }
+}
+
+TEST_F (MainWindowTest, aPointersRowIsKeptWithinFifteenFromTheCeilingAndEightFromTheFloor)
+{
+    for (const auto height : { 516, 622, 1110 })
+    {
+        window.setSize (670, height);
+        window.room().onHover (20000.0f, true, juce::Colours::orange);
+        EXPECT_EQ (pointer ("leftTop")->getBounds().getCentreY(), 15);
+        window.room().onHover (320.0f, true, juce::Colours::orange);
+        EXPECT_EQ (pointer ("rightBottom")->getBounds().getCentreY(), height - 8);
+    }
+}
+
+//======================================================================================================================
+TEST_F (MainWindowTest, theStripsGlowBehindTheirFigures)
+{
+    processor.model.sampleRate = 48000.0;
+    processor.model.setShowHeatmap (true);
+    LiveSpectrum::Magnitudes magnitudes {};
+    magnitudes.fill (1.0f);
+    processor.liveAnalysis().spectrum().publish (magnitudes);
+    window.heatStrips().drawNow (true);
+    const auto picture = Pictures::of (window, "strips");
+    const juce::Colour heat (Palette::heat);
+
+    for (const auto left : { 0, 650 })
+    {
+        EXPECT_EQ (Pictures::count (picture, { left, 470, 20, 40 }, heat), 20 * 40);
+        EXPECT_LT (Pictures::count (picture, { left, 444, 20, 15 }, heat), 20 * 15 - 20) << "1K stands on it";
+        EXPECT_GT (Pictures::count (picture, { left, 444, 20, 15 }, juce::Colour (Palette::mainWindow), 10), 10)
+            << "with a dark rim";
+    }
+
+    EXPECT_EQ (Pictures::count (picture, { 20, 0, 630, 622 }, heat), 0);
+    EXPECT_EQ (window.getTooltip(), Tips::text (Tips::heatMap));
+}
+
+TEST_F (MainWindowTest, theStripsAloneAreRepaintedForAFrame)
+{
+    processor.model.sampleRate = 48000.0;
+    processor.model.setShowHeatmap (true);
+    window.setVisible (true);
+    juce::RectangleList<int> repainted;
+    window.setCachedComponentImage (new RepaintedAreas (window, repainted));
+    repainted.clear();
+
+    for (int tick = 0; tick < 20; ++tick)
+    {
+        window.serveHeat (false);
+        Messages::deliver();
+    }
+
+    EXPECT_TRUE (repainted.isEmpty()) << "an idle window";
+
+    LiveSpectrum::Magnitudes magnitudes {};
+    magnitudes[100] = 1.0f;
+    processor.liveAnalysis().spectrum().publish (magnitudes);
+    window.heatStrips().drawNow (true);
+    Messages::deliver();
+    ASSERT_EQ (repainted.getNumRectangles(), 2);
+    EXPECT_EQ (repainted.getRectangle (0), Area (0, 0, 20, 622));
+    EXPECT_EQ (repainted.getRectangle (1), Area (650, 0, 20, 622));
+    window.setCachedComponentImage (nullptr);
 }

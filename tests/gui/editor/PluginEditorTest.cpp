@@ -4,6 +4,7 @@
 #include "gui/look/Palette.h"
 #include "support/Messages.h"
 #include "support/Pictures.h"
+#include "support/RepaintCounter.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -498,6 +499,23 @@ TEST_F (PluginEditorTest, aGainPanelStaysWhileTheMouseIsOnIt)
     EXPECT_TRUE (main.isShowingPlace (Place::gainScalePanel));
     tick (1);
     EXPECT_FALSE (main.isShowingPlace (Place::gainScalePanel));
+}
+
+TEST_F (PluginEditorTest, switchingTheHeatMapRepaintsForSomeSeconds)
+{
+    processor.model.setShowHeatmap (true);
+    open();
+    tick (EditorClock::repaintTicks);
+    auto repaints = 0;
+    editor->setCachedComponentImage (new RepaintCounter (*editor, repaints));
+    repaints = 0;
+    tick (10);
+    EXPECT_EQ (repaints, 0);
+    processor.model.setShowHeatmap (false);
+    Messages::deliver();
+    tick (EditorClock::repaintTicks + 10);
+    EXPECT_EQ (repaints, EditorClock::repaintTicks);
+    editor->setCachedComponentImage (nullptr);
 }
 
 TEST_F (PluginEditorTest, theAnalysisSlidesUpAndDown)

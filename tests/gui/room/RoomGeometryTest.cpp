@@ -112,3 +112,14 @@ TEST (RoomGeometryTest, theMouseMeetsTheWallsEndsHalfADepthFromTheEdges)
     EXPECT_NEAR (room.frequencyFromBackWall (60.0f), 20000.0f, 0.01f);
     EXPECT_NEAR (room.frequencyFromBackWall (562.0f), 320.0f, 0.001f);
 }
+
+TEST (RoomGeometryTest, aRowAtTheFrontHasTheFrequencyThatStandsThere)
+{
+    RoomGeometry room;
+    EXPECT_FLOAT_EQ (room.frequencyFromFront (622.0f), 320.0f);
+    EXPECT_FLOAT_EQ (room.frequencyFromFront (0.0f), 20000.0f);
+    EXPECT_FLOAT_EQ (room.frequencyFromFront (311.0f), 2529.8221f); // the geometric mean
+
+    for (const auto frequency : { 400.0f, 1000.0f, 15000.0f })
+        EXPECT_NEAR (room.frequencyFromFront (room.frequencyRow (frequency)), frequency, frequency * 1e-5f);
+}
