@@ -5,6 +5,8 @@
 #include "gui/help/HelpWindow.h"
 #include "gui/look/LookAndFeelFactory.h"
 #include "gui/look/Palette.h"
+#include "gui/panels/GainScalePanel.h"
+#include "gui/panels/OutputGainPanel.h"
 #include "gui/settings/SettingsWindow.h"
 
 #include <cmath>
@@ -57,6 +59,7 @@ VelmoraAudioProcessorEditor::VelmoraAudioProcessorEditor (VelmoraAudioProcessor&
     bindMenu();
     addSettingsWindow();
 
+    fillDropDowns();
     topRow.addTo (*this);
 
     for (auto* button : topRow.all())
@@ -144,6 +147,16 @@ void VelmoraAudioProcessorEditor::addSettingsWindow()
     // The bands look at their setting when their hover ends.
     settings->onSwitched = [this] { mainWindow.room().collapseControls(); };
     mainWindow.fill (Place::settingsWindow, std::move (settings));
+}
+
+void VelmoraAudioProcessorEditor::fillDropDowns()
+{
+    mainWindow.fill (Place::outputGainPanel, std::make_unique<OutputGainPanel> (audioProcessor));
+    mainWindow.fill (Place::gainScalePanel, std::make_unique<GainScalePanel> (audioProcessor));
+
+    // Their sliders included, or a panel would not know that the mouse has left it.
+    for (const auto place : { Place::outputGainPanel, Place::gainScalePanel })
+        mainWindow.component (place)->addMouseListener (this, true);
 }
 
 //======================================================================================================================

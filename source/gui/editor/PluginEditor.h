@@ -76,6 +76,7 @@ private:
 
     void letGoOfThePointer();
     void makeHelpWindow (const WebHosts& hosts);
+    void fillDropDowns();
     void subscribe();
     void afterwards (const char* channel, void (VelmoraAudioProcessorEditor::*reaction)());
 

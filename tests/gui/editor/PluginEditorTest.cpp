@@ -2,6 +2,7 @@
 
 #include "gui/editor/EditorMessages.h"
 #include "gui/look/Palette.h"
+#include "gui/panels/OutputGainPanel.h"
 #include "support/Messages.h"
 #include "support/Pictures.h"
 #include "support/RepaintCounter.h"
@@ -499,6 +500,37 @@ TEST_F (PluginEditorTest, aGainPanelStaysWhileTheMouseIsOnIt)
     EXPECT_TRUE (main.isShowingPlace (Place::gainScalePanel));
     tick (1);
     EXPECT_FALSE (main.isShowingPlace (Place::gainScalePanel));
+}
+
+TEST_F (PluginEditorTest, eitherGainButtonOpensItsPanelAndClosesTheOther)
+{
+    open();
+    auto& main = editor->main();
+    EXPECT_FALSE (main.isShowingPlace (Place::outputGainPanel));
+    EXPECT_FALSE (main.isShowingPlace (Place::gainScalePanel));
+    editor->hoverOver (HoverRules::Target::outputGainButton);
+    EXPECT_TRUE (main.isShowingPlace (Place::outputGainPanel));
+    EXPECT_EQ (main.component (Place::outputGainPanel)->getBounds(), juce::Rectangle<int> (428, 0, 230, 80));
+    editor->hoverOver (HoverRules::Target::gainScaleButton);
+    EXPECT_FALSE (main.isShowingPlace (Place::outputGainPanel));
+    EXPECT_TRUE (main.isShowingPlace (Place::gainScalePanel));
+    EXPECT_EQ (main.component (Place::gainScalePanel)->getBounds(), juce::Rectangle<int> (325, 0, 230, 70));
+    editor->hoverOver (HoverRules::Target::room);
+    EXPECT_FALSE (main.isShowingPlace (Place::gainScalePanel));
+}
+
+TEST_F (PluginEditorTest, aPanelStaysWhileTheMouseIsOnItsSlider)
+{
+    open();
+    auto& main = editor->main();
+    editor->hoverOver (HoverRules::Target::outputGainButton);
+    auto& slider = dynamic_cast<OutputGainPanel&> (*main.component (Place::outputGainPanel)).slider;
+    editor->mouseMove (mouseAt (slider, { 100.0f, 20.0f }));
+    tick (50);
+    EXPECT_TRUE (main.isShowingPlace (Place::outputGainPanel));
+    editor->mouseExit (mouseAt (slider, { 100.0f, 400.0f }));
+    tick (8);
+    EXPECT_FALSE (main.isShowingPlace (Place::outputGainPanel));
 }
 
 TEST_F (PluginEditorTest, switchingTheHeatMapRepaintsForSomeSeconds)
