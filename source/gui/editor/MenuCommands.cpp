@@ -5,7 +5,7 @@
 using Command = Settings::BurgerMenuCallback;
 
 MenuCommands::MenuCommands (VelmoraAudioProcessor& owner, Solvane& bandsRoom, Overlays& shown)
-    : processor (owner), room (bandsRoom), overlays (shown)
+    : processor (owner), room (bandsRoom), overlays (shown), smartBands (owner.model, bandsRoom, shown)
 {
 }
 
@@ -20,10 +20,7 @@ void MenuCommands::run (Command command, int number)
     switch (command)
     {
         case Command::addSmartBands:
-            if (onAddSmartBands)
-                onAddSmartBands();
-
-            break;
+            return smartBands.run();
         case Command::resetTargets:
             return resetTargets();
         case Command::deleteAllBands:

@@ -1,9 +1,8 @@
 #pragma once
 
 #include "gui/editor/Overlays.h"
+#include "gui/editor/SmartBandCommand.h"
 #include "gui/room/Solvane.h"
-
-#include <functional>
 
 /** What the burger menu's commands do. Message thread. */
 class MenuCommands
@@ -11,9 +10,6 @@ class MenuCommands
 public:
     /** All outlive this object. */
     MenuCommands (VelmoraAudioProcessor& processor, Solvane& room, Overlays& overlays);
-
-    /** Makes bands of the target, once the panel is closed. While it is empty nothing further happens. */
-    std::function<void()> onAddSmartBands;
 
     /** @param number with addBands: how many, from 1 to 10 */
     void run (Settings::BurgerMenuCallback command, int number);
@@ -25,4 +21,5 @@ private:
     VelmoraAudioProcessor& processor;
     Solvane& room;
     Overlays& overlays;
+    SmartBandCommand smartBands;
 };
