@@ -262,10 +262,12 @@ void PluginWindow::runAudio (double sampleRate)
 
     while (! ending)
     {
+        const auto amplitude = silent ? 0.0f : 1.0e-10f;
+
         for (std::size_t frame = 0; frame < left.size(); ++frame)
         {
             noise = noise * 1664525u + 1013904223u;
-            left[frame] = static_cast<float> (static_cast<std::int32_t> (noise)) * 1.0e-10f;
+            left[frame] = static_cast<float> (static_cast<std::int32_t> (noise)) * amplitude;
             right[frame] = left[frame];
         }
 

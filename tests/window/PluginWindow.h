@@ -107,6 +107,9 @@ public:
     /** Whether a switch of the plug-in is on. */
     [[nodiscard]] bool isOn (const std::string& parameterName) { return normalised (parameterName) > 0.5f; }
 
+    /** Lets the audio go on with nothing to be heard in it. */
+    void setSilent (bool shouldBeSilent) { silent = shouldBeSilent; }
+
     [[nodiscard]] float normalised (const std::string& parameterName);
     void setNormalised (const std::string& parameterName, float value);
 
@@ -119,5 +122,6 @@ private:
     TestScreen display;
     XWindow parent = 0;
     std::atomic<bool> ending { false };
+    std::atomic<bool> silent { false };
     std::thread audio;
 };
