@@ -160,6 +160,69 @@ void measureNoise (EditorStage& stage)
     // All that was measured, and at once: the curve has been following in steps.
     stage.room().rebuildTarget();
 }
+/** What a click on the burger button does. */
+void openMenu (EditorStage& stage)
+{
+    stage.window().buttons().burgerButton.triggerClick();
+    PluginRig::serveMessagesUntil ([&] { return stage.window().main().burgerMenu().isVisible(); });
+}
+
+void openMenuInMix (EditorStage& stage, bool canUseMasterMode)
+{
+    stage.settle();
+    stage.model().setCanUseMasterMode (canUseMasterMode);
+    openMenu (stage);
+}
+
+void openMenuOverBands (EditorStage& stage)
+{
+    hangThree (stage);
+    openMenuInMix (stage, true);
+}
+
+/** A band beyond what Master can do, in Mix. */
+void openMenuWithoutMaster (EditorStage& stage)
+{
+    hangTen (stage);
+    openMenuInMix (stage, false);
+}
+
+void openMenuAtHighRate (EditorStage& stage)
+{
+    stage.rig.prepare (192000.0, 512);
+    openMenuInMix (stage, true);
+}
+
+/** Both commands for a target, of which nothing is drawn: what has been measured is only said to be ready. */
+void openMenuWithATarget (EditorStage& stage, bool smartBands)
+{
+    stage.rig.set (ParameterIds::currentPreset, static_cast<float> (Presets::balancedMasterId));
+    stage.settle();
+    stage.model().setTargetsReady (true, false);
+    stage.model().setSmartBandsReady (smartBands, false);
+    openMenuInMix (stage, true);
+}
+
+void offerSmartBands (EditorStage& stage)
+{
+    stage.settle();
+    stage.model().setSmartBandsReady (true, true);
+    PluginRig::serveMessagesUntil ([&] { return stage.window().main().burgerMenu().isVisible(); });
+}
+
+/** Every other switch is on. */
+void openSettings (EditorStage& stage)
+{
+    auto& model = stage.model();
+    model.showToolTips = true;
+    model.reverseMousewheel = false;
+    model.alwaysShowBand = true;
+    model.setShowHeatmap (false);
+    model.showNotifications = true;
+    stage.window().buttons().settingsButton.triggerClick();
+    PluginRig::serveMessagesUntil (
+        [&] { return stage.window().main().isShowingPlace (MainWindow::Place::settingsWindow); });
+}
 } // namespace
 
 const std::vector<EditorState>& editorStates()
@@ -194,6 +257,14 @@ const std::vector<EditorState>& editorStates()
         { "out-of-scale", chooseTooSmallAScale },
         { "master-message", crossTheLimitsOfMaster },
         { "target", measureNoise },
+        { "menu", openMenu },
+        { "menu-bands", openMenuOverBands },
+        { "menu-192k", openMenuAtHighRate },
+        { "menu-no-master", openMenuWithoutMaster },
+        { "menu-reset", [] (EditorStage& stage) { openMenuWithATarget (stage, false); } },
+        { "menu-smart-bands", [] (EditorStage& stage) { openMenuWithATarget (stage, true); } },
+        { "offer", offerSmartBands },
+        { "settings", openSettings },
         { "help", [] (EditorStage& stage) { openHelp (stage, false); } },
         { "help-update", [] (EditorStage& stage) { openHelp (stage, true); } },
         { "news-notice", pointAtTheNews },
