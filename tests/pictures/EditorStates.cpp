@@ -1,8 +1,10 @@
 #include "pictures/EditorStates.h"
 
 #include "gui/help/HelpWindow.h"
+#include "support/Messages.h"
 
 #include <array>
+#include <cmath>
 #include <random>
 
 using Kind = Settings::Parameter;
@@ -126,6 +128,40 @@ void pointAtTheUpdate (EditorStage& stage)
     stage.window().refreshAnnouncements();
     const auto& button = stage.window().buttons().helpButton;
     stage.pointAt (button, { 15, 15 }, [&] { return stage.window().main().isShowingNotice(); });
+}
+
+/** Opens a panel as its button does under the pointer, which itself stays away: the button would be seen to wake up. */
+void openOutputGain (EditorStage& stage)
+{
+    hangOne (stage);
+    stage.rig.set (ParameterIds::outputGain, -2.0f);
+    stage.model().levelMatchPointer = juce::Decibels::decibelsToGain (-4.5f);
+    stage.window().hoverOver (HoverRules::Target::outputGainButton);
+}
+
+void openGainScale (EditorStage& stage)
+{
+    hangOne (stage);
+    stage.rig.set (ParameterIds::gainScale, 150.0f);
+    stage.window().hoverOver (HoverRules::Target::gainScaleButton);
+}
+
+/** A voice over a bass and some cymbals, as the strips show them, falling with frequency. */
+void glow (EditorStage& stage)
+{
+    hangOne (stage);
+    stage.model().setShowHeatmap (true);
+    LiveSpectrum::Magnitudes magnitudes {};
+
+    for (std::size_t bin = 1; bin < magnitudes.size(); ++bin)
+    {
+        const auto octave = std::log2 (static_cast<float> (bin));
+        magnitudes[bin] = 2.5f * std::exp (-0.6f * octave) * (1.0f + 0.8f * std::sin (6.0f * octave));
+    }
+
+    stage.rig.processor.liveAnalysis().spectrum().publish (magnitudes);
+    stage.window().main().heatStrips().drawNow (true);
+    Messages::deliver();
 }
 
 /** Noise that falls with frequency, somewhat as music does, until a target can be shown. */
@@ -269,6 +305,9 @@ const std::vector<EditorState>& editorStates()
         { "help-update", [] (EditorStage& stage) { openHelp (stage, true); } },
         { "news-notice", pointAtTheNews },
         { "update-notice", pointAtTheUpdate },
+        { "output-gain", openOutputGain },
+        { "gain-scale", openGainScale },
+        { "heat", glow },
     };
 
     return states;
