@@ -1,13 +1,10 @@
 #include "gui/editor/PluginEditor.h"
 
-#include "gui/editor/EditorMessages.h"
 #include "gui/editor/PresetMenu.h"
+#include "gui/editor/RoomPlaces.h"
 #include "gui/help/HelpWindow.h"
 #include "gui/look/LookAndFeelFactory.h"
 #include "gui/look/Palette.h"
-#include "gui/panels/GainScalePanel.h"
-#include "gui/panels/OutputGainPanel.h"
-#include "gui/settings/SettingsWindow.h"
 
 #include <cmath>
 
@@ -48,6 +45,7 @@ VelmoraAudioProcessorEditor::VelmoraAudioProcessorEditor (VelmoraAudioProcessor&
       overlays (mainWindow, topRow, model.interfaceState, clock),
       menuCommands (owner, mainWindow.room(), overlays),
       dropDowns (*this, mainWindow),
+      unasked (model, overlays, dropDowns),
       analysisSlide (*this, mainWindow, model.interfaceState, clock),
       bandPanels (*this, owner),
       announcements (model, mainWindow, topRow, hosts, [this] { helpWindow->refresh(); })
@@ -55,11 +53,10 @@ VelmoraAudioProcessorEditor::VelmoraAudioProcessorEditor (VelmoraAudioProcessor&
     setTitle ("SOLVANE");
     setLookAndFeel (&lookAndFeel);
     addAndMakeVisible (mainWindow);
-    mainWindow.room().onBandsOutOfScale = [this] { noteBandsOutOfScale(); };
+    mainWindow.room().onBandsOutOfScale = [this] { unasked.noteBandsOutOfScale(); };
     bindMenu();
-    addSettingsWindow();
+    helpWindow = &RoomPlaces::fill (mainWindow, owner, hosts, *this, *this);
 
-    fillDropDowns();
     topRow.addTo (*this);
 
     for (auto* button : topRow.all())
@@ -68,7 +65,6 @@ VelmoraAudioProcessorEditor::VelmoraAudioProcessorEditor (VelmoraAudioProcessor&
         button->addMouseListener (this, false);
     }
 
-    makeHelpWindow (hosts);
     announcements.addTo (*this, *this);
     presetLabels.addTo (*this, *this);
     headerLabel.setInterceptsMouseClicks (false, false);
@@ -124,39 +120,11 @@ void VelmoraAudioProcessorEditor::letGoOfThePointer()
         juce::ModifierKeys::currentModifiers = juce::ModifierKeys::currentModifiers.withoutMouseButtons();
 }
 
-void VelmoraAudioProcessorEditor::makeHelpWindow (const WebHosts& hosts)
-{
-    auto window = std::make_unique<HelpWindow> (model.interfaceState, hosts);
-    window->addActionListener (this);
-    helpWindow = window.get();
-    mainWindow.fill (Place::helpWindow, std::move (window));
-}
-
 void VelmoraAudioProcessorEditor::bindMenu()
 {
     mainWindow.burgerMenu().onCommand = [this] (Settings::BurgerMenuCallback command, int number)
     { menuCommands.run (command, number); };
     mainWindow.room().onCloseMenu = [this] { menuCommands.run (Settings::BurgerMenuCallback::closeMenu, 0); };
-}
-
-void VelmoraAudioProcessorEditor::addSettingsWindow()
-{
-    auto settings = std::make_unique<SettingsWindow> (model);
-    settings->addActionListener (this);
-
-    // The bands look at their setting when their hover ends.
-    settings->onSwitched = [this] { mainWindow.room().collapseControls(); };
-    mainWindow.fill (Place::settingsWindow, std::move (settings));
-}
-
-void VelmoraAudioProcessorEditor::fillDropDowns()
-{
-    mainWindow.fill (Place::outputGainPanel, std::make_unique<OutputGainPanel> (audioProcessor));
-    mainWindow.fill (Place::gainScalePanel, std::make_unique<GainScalePanel> (audioProcessor));
-
-    // Their sliders included, or a panel would not know that the mouse has left it.
-    for (const auto place : { Place::outputGainPanel, Place::gainScalePanel })
-        mainWindow.component (place)->addMouseListener (this, true);
 }
 
 //======================================================================================================================
@@ -227,53 +195,6 @@ TopRow::OutputState VelmoraAudioProcessorEditor::outputState() const
 void VelmoraAudioProcessorEditor::followMainBypass()
 {
     topRow.showOutput (outputState());
-}
-
-void VelmoraAudioProcessorEditor::followMasterLimits()
-{
-    auto& state = model.interfaceState;
-    EditorMessages::Situation situation;
-    situation.notificationsWanted = model.showNotifications;
-    situation.menuOpen = state.bandsPanelOpen;
-    situation.bandChangedByUser = state.bandChangedByUser;
-    situation.canUseMasterMode = model.canUseMasterMode();
-    situation.masterMode = model.filterMode() == FilterMode::master;
-    situation.masterMessageCount = state.masterMessageCount;
-
-    if (! EditorMessages::showsMasterLimits (situation))
-        return;
-
-    ++state.masterMessageCount;
-    state.bandChangedByUser = false;
-    overlays.showMessage (EditorMessages::masterLimits());
-}
-
-void VelmoraAudioProcessorEditor::noteBandsOutOfScale()
-{
-    EditorMessages::Situation situation;
-    situation.notificationsWanted = model.showNotifications;
-    situation.menuOpen = model.interfaceState.bandsPanelOpen;
-
-    if (EditorMessages::showsBandsOutOfScale (situation))
-        overlays.showMessage (EditorMessages::bandsOutOfScale());
-}
-
-void VelmoraAudioProcessorEditor::offerSmartBands()
-{
-    const auto& state = model.interfaceState;
-    EditorMessages::Situation situation;
-    situation.notificationsWanted = model.showNotifications;
-    situation.menuOpen = state.bandsPanelOpen;
-    situation.overlayOpen = state.settingsOpen || state.helpOpen || state.analysisOpen;
-    situation.smartBandsReady = model.smartBandsReady();
-    situation.transportPlaying = model.transport.isPlaying();
-
-    if (! EditorMessages::offersSmartBands (situation))
-        return;
-
-    dropDowns.hide (Place::outputGainPanel);
-    dropDowns.hide (Place::gainScalePanel);
-    overlays.offerSmartBands();
 }
 
 void VelmoraAudioProcessorEditor::followSession()

@@ -15,6 +15,7 @@
 #include "gui/editor/PresetLabels.h"
 #include "gui/editor/Subscriptions.h"
 #include "gui/editor/TopRow.h"
+#include "gui/editor/UnaskedMessages.h"
 #include "gui/look/VelmoraLookandFeel.h"
 
 #include <optional>
@@ -75,23 +76,19 @@ private:
     using Place = MainWindow::Place;
 
     void letGoOfThePointer();
-    void makeHelpWindow (const WebHosts& hosts);
-    void fillDropDowns();
     void subscribe();
     void afterwards (const char* channel, void (VelmoraAudioProcessorEditor::*reaction)());
 
     void makeBandPanels();
     void followMainBypass();
-    void followMasterLimits();
-    void offerSmartBands();
+    void followMasterLimits() { unasked.explainMasterLimits(); }
+    void offerSmartBands() { unasked.offerSmartBands(); }
     void followSession();
     void followMinimised();
     void followHeatMap();
     void bindMenu();
-    void addSettingsWindow();
     void followPreset (bool restoring);
     void showPresetLabels();
-    void noteBandsOutOfScale();
 
     void switchComparison();
     void showAnalysis();
@@ -114,6 +111,7 @@ private:
     Overlays overlays;
     MenuCommands menuCommands;
     DropDownPanels dropDowns;
+    UnaskedMessages unasked;
     AnalysisSlide analysisSlide;
     BandPanels bandPanels;
     HelpWindow* helpWindow = nullptr;
