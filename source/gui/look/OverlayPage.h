@@ -25,16 +25,9 @@ protected:
     void addText (juce::Label& label, const juce::String& text, juce::Rectangle<int> bounds);
 
 private:
-    class CloseButton final : public orvik::SVGButton
-    {
-    public:
-        CloseButton() : SVGButton ("Close") {}
-        void paintButton (juce::Graphics& g, bool over, bool down) override;
-    };
-
     const juce::String word;
     juce::Label titleLabel;
-    CloseButton closeButton;
+    orvik::SVGButton closeButton { "Close" };
 
     JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR (OverlayPage)
 };

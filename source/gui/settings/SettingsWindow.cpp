@@ -1,9 +1,6 @@
 #include "gui/settings/SettingsWindow.h"
 
-#include "gui/look/Fonts.h"
 #include "gui/look/Icons.h"
-#include "gui/look/Palette.h"
-#include "gui/look/PanelShape.h"
 
 namespace
 {
@@ -12,8 +9,6 @@ constexpr int labelHeight = 20;
 constexpr int switchFromRight = 240;
 constexpr int switchWidth = 59;
 constexpr int switchHeight = 30;
-constexpr float titleFontHeight = 16.0f;
-constexpr float labelFontHeight = 15.0f;
 
 /** One switch: where it stands, what it is called, and what it switches. */
 struct Row
@@ -73,38 +68,25 @@ std::array<orvik::SVGCheckbox, sizeof...(Index)> makeSwitches (std::index_sequen
 } // namespace
 
 SettingsWindow::SettingsWindow (PluginModel& shared)
-    : model (shared), switches (makeSwitches (std::make_index_sequence<switchCount>()))
+    : OverlayPage ("SETTINGS", 100, closed),
+      model (shared),
+      switches (makeSwitches (std::make_index_sequence<switchCount>()))
 {
     using Icons::Role;
     using Icons::svg;
 
-    setTitle ("Settings");
-    prepareLabel (title, "SETTINGS", Fonts::bold (titleFontHeight));
-
     for (std::size_t i = 0; i < rows.size(); ++i)
     {
-        prepareLabel (labels[i], rows[i].label, Fonts::regular (labelFontHeight));
+        addText (labels[i], rows[i].label, { left, rows[i].y, rows[i].labelWidth, labelHeight });
         switches[i].setImages (
             svg (Role::switchOff), svg (Role::switchOffDown), svg (Role::switchOn), svg (Role::switchOnDown));
         switches[i].setTitle (rows[i].label);
         switches[i].addListener (this);
+        switches[i].setBounds (pageWidth - switchFromRight, rows[i].y, switchWidth, switchHeight);
         addAndMakeVisible (switches[i]);
     }
 
-    closeButton.setImages (svg (Role::close), svg (Role::closeOver), svg (Role::closeDown));
-    closeButton.addListener (this);
-    addAndMakeVisible (closeButton);
     readSwitches();
-}
-
-void SettingsWindow::prepareLabel (juce::Label& label, const juce::String& text, const juce::Font& font)
-{
-    label.setText (text, juce::dontSendNotification);
-    label.setFont (font);
-    label.setColour (juce::Label::textColourId, juce::Colour (Palette::menuText));
-    label.setBorderSize ({});
-    label.setInterceptsMouseClicks (false, false);
-    addAndMakeVisible (label);
 }
 
 void SettingsWindow::readSwitches()
@@ -121,17 +103,18 @@ void SettingsWindow::visibilityChanged()
 
 void SettingsWindow::moved()
 {
+    OverlayPage::moved();
+
     // A window that is made higher is no longer at its least height.
     readSwitches();
 }
 
 void SettingsWindow::buttonClicked (juce::Button* button)
 {
-    if (button == &closeButton)
+    if (button == &close())
     {
         setVisible (false);
-        sendActionMessage (closed);
-        return;
+        return OverlayPage::buttonClicked (button);
     }
 
     for (std::size_t i = 0; i < rows.size(); ++i)
@@ -140,29 +123,4 @@ void SettingsWindow::buttonClicked (juce::Button* button)
 
     if (onSwitched)
         onSwitched();
-}
-
-void SettingsWindow::resized()
-{
-    constexpr int titleY = 40;
-    constexpr int titleWidth = 100;
-    constexpr int closeFromRight = 105;
-    constexpr int closeY = 420;
-    constexpr int closeWidth = 77;
-    constexpr int closeHeight = 34;
-
-    title.setBounds (left, titleY, titleWidth, labelHeight);
-
-    for (std::size_t i = 0; i < rows.size(); ++i)
-    {
-        labels[i].setBounds (left, rows[i].y, rows[i].labelWidth, labelHeight);
-        switches[i].setBounds (getWidth() - switchFromRight, rows[i].y, switchWidth, switchHeight);
-    }
-
-    closeButton.setBounds (getWidth() - closeFromRight, closeY, closeWidth, closeHeight);
-}
-
-void SettingsWindow::paint (juce::Graphics& g)
-{
-    PanelShape::drawPage (g, getLocalBounds());
 }
