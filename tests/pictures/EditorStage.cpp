@@ -39,7 +39,14 @@ EditorStage::EditorStage (Size wanted) : size (wanted)
     rig.processor.sessionState().fillMissingStores();
     model().windowWidth = size.width;
     model().windowHeight = size.height;
+
+    // Whatever the pictures before have left in the settings file.
     model().showToolTips = false;
+    model().reverseMousewheel = false;
+    model().alwaysShowBand = false;
+    model().showNotifications = true;
+    model().setShowHeatmap (true);
+    model().setMinimised (false, false);
 
     editor = std::make_unique<VelmoraAudioProcessorEditor> (rig.processor);
     editor->stopTimer();

@@ -98,6 +98,10 @@ void LocalWebServer::reply (std::unique_ptr<juce::StreamingSocket> connection)
 
         if (const auto found = answers.find (path); found != answers.end())
             answer = found->second;
+
+        // Before whoever asked can have the whole answer.
+        if (! answer.hangs)
+            ++requests[path];
     }
 
     auto* text = answer.text.toRawUTF8();
@@ -113,10 +117,12 @@ void LocalWebServer::reply (std::unique_ptr<juce::StreamingSocket> connection)
         left -= sent;
     }
 
-    if (answer.hangs)
-        hanging.push_back (std::move (connection));
+    if (! answer.hangs)
+        return;
 
-    // Counted at the end: who waits for a request finds the answer on its way.
+    hanging.push_back (std::move (connection));
+
+    // Now that all has been said: who waits for this request finds whoever asked in the middle of the answer.
     const std::lock_guard lock (mutex);
     ++requests[path];
 }
