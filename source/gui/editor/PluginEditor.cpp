@@ -359,6 +359,7 @@ void VelmoraAudioProcessorEditor::adoptNewTarget()
     model.setTargetsReady (false, false);
     model.setSmartBandsReady (false, false);
     audioProcessor.resetAnalysis();
+    mainWindow.room().forgetMeasurement();
     audioProcessor.applyCurrentPreset();
     followPreset (false);
 }

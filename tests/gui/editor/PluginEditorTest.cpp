@@ -583,10 +583,14 @@ TEST_F (PluginEditorTest, aNewTargetIsTakenOver)
     processor.presets.setUserSetting (-9.5f, values);
     auto& gainTargets = const_cast<GainTargets&> (processor.liveAnalysis().gainTargets());
     gainTargets.gainTarget[3] = 4.0f;
-    gainTargets.maxChange = 0.3f;
+    gainTargets.maxChange = 0.2f;
+
+    // A pass has ended whose findings nobody has seen yet.
+    processor.model.channels.fire (Channels::integratedLUFSAnalysisChanged);
     editor->actionListenerCallback ("TARGET-SET");
     EXPECT_TRUE (processor.model.targetSetByUser);
     EXPECT_FALSE (processor.model.targetsReady());
+    EXPECT_FALSE (processor.model.smartBandsReady());
     EXPECT_FLOAT_EQ (processor.target.targetLufs.load(), -9.5f);
     EXPECT_EQ (gainTargets.gainTarget[3], 0.0f);
     EXPECT_EQ (gainTargets.maxChange, 0.0f);
