@@ -93,7 +93,7 @@ bool Overlays::menuShowing() const
 
 void Overlays::advance()
 {
-    mainWindow.burgerMenu().serveTransport();
+    mainWindow.burgerMenu().serveChanges();
 
     if (messageShowing() && clock.advanceMessage())
         hideMenu();

@@ -59,10 +59,9 @@ BurgerMenu::BurgerMenu (VelmoraAudioProcessor& owner)
 
 BurgerMenu::~BurgerMenu()
 {
-    // Nothing posts any more from here on.
-    parameterSubscriptions.clear();
+    // Before anything that they touch.
     channelSubscriptions.clear();
-    cancelPendingUpdate();
+    parameterSubscriptions.clear();
 }
 
 void BurgerMenu::subscribe()
@@ -77,8 +76,8 @@ void BurgerMenu::subscribe()
     };
 
     listen (Channels::transportPlaying, [this] { followTransport(); });
-    listen (Channels::smartBandsReady, [this] { triggerAsyncUpdate(); });
-    listen (Channels::canUseMasterMode, [this] { triggerAsyncUpdate(); });
+    listen (Channels::smartBandsReady, [this] { changed = true; });
+    listen (Channels::canUseMasterMode, [this] { changed = true; });
 }
 
 void BurgerMenu::prepareLabels()
@@ -192,7 +191,7 @@ void BurgerMenu::layOut (int parentWidth)
     repaint();
 }
 
-void BurgerMenu::handleAsyncUpdate()
+void BurgerMenu::refreshIfOpen()
 {
     // What is hidden is laid out when it is shown.
     if (isVisible())
@@ -205,13 +204,13 @@ void BurgerMenu::followTransport() noexcept
     const auto runs = model.transport.isPlaying();
 
     if (transportSeen.exchange (runs, std::memory_order_relaxed) != runs)
-        transportChanged = true;
+        changed = true;
 }
 
-void BurgerMenu::serveTransport()
+void BurgerMenu::serveChanges()
 {
-    if (transportChanged.exchange (false))
-        handleAsyncUpdate();
+    if (changed.exchange (false))
+        refreshIfOpen();
 }
 
 //======================================================================================================================
@@ -229,7 +228,7 @@ void BurgerMenu::buttonClicked (juce::Button* button)
     if (button == &resetTargetsButton)
     {
         command (Command::resetTargets);
-        return handleAsyncUpdate();
+        return refreshIfOpen();
     }
 
     if (button == &deleteAllBandsButton)

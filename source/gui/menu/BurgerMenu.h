@@ -17,13 +17,11 @@
 /** The panel below the burger button: what concerns all bands at once, the filters' phase and mode, the offer of smart
     bands, and the room's messages.
 
-    It follows what it shows while it is open. Parameters and channels change on any thread, and only post; the
-    transport's channel, which the audio thread fires at every block, only leaves a mark for the editor's timer. All
-    else belongs to the message thread. */
+    It follows what it shows while it is open. Parameters and channels change on any thread, the audio thread among
+   them, and only leave a mark, which the editor's timer has served. All else belongs to the message thread. */
 class BurgerMenu final : public juce::Component,
                          public juce::Button::Listener,
-                         public juce::AudioProcessorValueTreeState::Listener,
-                         private juce::AsyncUpdater
+                         public juce::AudioProcessorValueTreeState::Listener
 {
 public:
     using State = BurgerMenuLayout::State;
@@ -47,23 +45,22 @@ public:
     /** Takes bounds for a parent of this width. */
     void layOut (int parentWidth);
 
-    /** Follows the host's transport: the work of the editor's timer. */
-    void serveTransport();
+    /** Follows what has changed since the last call: the work of the editor's timer. */
+    void serveChanges();
 
     void paint (juce::Graphics& g) override;
     void buttonClicked (juce::Button* button) override;
 
-    /** Any thread. */
-    void parameterChanged (const juce::String&, float) override { triggerAsyncUpdate(); }
+    /** Any thread; real-time safe. */
+    void parameterChanged (const juce::String&, float) override { changed = true; }
 
 private:
-    void handleAsyncUpdate() override;
-
     void prepareButton (juce::TextButton& button, const juce::String& text, const char* tip);
     void prepareLabels();
     void prepareToggles();
     void subscribe();
     void refresh();
+    void refreshIfOpen();
     void followTransport() noexcept;
     void toggle (const char* parameterId);
     void command (Settings::BurgerMenuCallback wanted, int number = 0);
@@ -83,9 +80,11 @@ private:
     juce::TextButton resetTargetsButton, addSmartBandsButton, deleteAllBandsButton;
     std::array<juce::TextButton, 10> numberButtons;
 
-    /** The audio thread's: whether the host's transport ran at the last block, and that this has changed. */
+    /** The audio thread's: whether the host's transport ran at the last block. */
     std::atomic<bool> transportSeen { false };
-    std::atomic<bool> transportChanged { false };
+
+    /** Something has changed that is not shown yet. Set on any thread. */
+    std::atomic<bool> changed { false };
 
     std::vector<std::unique_ptr<ParameterSubscription>> parameterSubscriptions;
     std::vector<std::unique_ptr<NotificationSubscription>> channelSubscriptions;

@@ -223,16 +223,14 @@ TEST_F (EditorMenuTest, resettingTheTargetsForgetsWhatWasMeasuredAndClosesTheMen
     editor->main().room().rebuildTarget();
     ASSERT_THAT (state().targetCurve, testing::Contains (testing::Gt (3.9)));
 
-    // A pass has ended whose findings nobody has seen yet.
-    gainTargets.maxChange = 0.1f;
-    processor.model.channels.fire (Channels::integratedLUFSAnalysisChanged);
-    gainTargets.maxChange = 0.0f;
     processor.model.setTargetsReady (true, false);
     processor.model.setSmartBandsReady (true, false);
     openMenu();
 
     auto fired = 0;
     const auto token = processor.model.channels.add ([&fired] { ++fired; }, Channels::integratedLUFSAnalysisChanged);
+
+    // A pass has ended whose findings nobody has seen yet.
     gainTargets.maxChange = 0.1f;
     processor.model.channels.fire (Channels::integratedLUFSAnalysisChanged);
     fired = 0;

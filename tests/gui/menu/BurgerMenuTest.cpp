@@ -7,6 +7,7 @@
 #include "gui/look/VelmoraLookandFeel.h"
 #include "support/Messages.h"
 #include "support/Pictures.h"
+#include "support/RealTimeGuard.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -91,6 +92,7 @@ protected:
     {
         processor.model.setParameterValue (id, value);
         Messages::deliver();
+        menu.serveChanges();
     }
 
     /** The host's transport at a block, as the audio thread tells it. */
@@ -219,10 +221,10 @@ TEST_F (BurgerMenuTest, anOpenMenuFollowsTheTransportAtTheTimersNextTick)
     menu.showCommands (State::menu);
     transport (true);
     EXPECT_FALSE (button ("RESET TARGETS").isVisible());
-    menu.serveTransport();
+    menu.serveChanges();
     EXPECT_TRUE (button ("RESET TARGETS").isVisible());
     transport (false);
-    menu.serveTransport();
+    menu.serveChanges();
     EXPECT_FALSE (button ("RESET TARGETS").isVisible());
 }
 
@@ -240,8 +242,8 @@ TEST_F (BurgerMenuTest, anOpenMenuFollowsWhatIsReady)
     readTarget();
     menu.showCommands (State::menu);
     processor.model.setSmartBandsReady (true, true);
-    EXPECT_FALSE (button ("ADD SMART BANDS").isVisible()) << "the channel only posts";
-    Messages::deliver();
+    EXPECT_FALSE (button ("ADD SMART BANDS").isVisible()) << "the channel only leaves a mark";
+    menu.serveChanges();
     EXPECT_TRUE (button ("ADD SMART BANDS").isVisible());
     EXPECT_EQ (menu.getHeight(), 200);
 }
@@ -355,9 +357,35 @@ TEST_F (BurgerMenuTest, anOpenMenuFollowsItsParameters)
         {
             std::thread host ([&] { processor.model.setParameterValue (id, value); });
             host.join();
-            Messages::deliver();
+            menu.serveChanges();
             EXPECT_EQ (button (title).getToggleState(), value > 0.5f) << title;
+
+            set (id, 1.0f - value);
+            EXPECT_EQ (button (title).getToggleState(), value < 0.5f) << title;
         }
+}
+
+TEST_F (BurgerMenuTest, whatTheAudioThreadChangesTakesNeitherHeapNorLock)
+{
+    menu.showCommands (State::menu);
+    const juce::String id (ParameterIds::phase);
+    auto allocations = -1;
+    auto locks = -1;
+    std::thread audio (
+        [&]
+        {
+            const RealTimeGuard guard;
+            menu.parameterChanged (id, 1.0f);
+            processor.model.channels.fire (Channels::canUseMasterMode);
+            processor.model.channels.fire (Channels::transportPlaying);
+            allocations = guard.allocations();
+            locks = guard.locks();
+        });
+    audio.join();
+    EXPECT_EQ (allocations, 0);
+
+    // The one around the listeners, whenever a channel fires.
+    EXPECT_EQ (locks, RealTimeGuard::countsLocks() ? 2 : 0);
 }
 
 TEST_F (BurgerMenuTest, masterIsRefusedBeyondItsLimitsAndCanAlwaysBeLeft)
@@ -366,7 +394,7 @@ TEST_F (BurgerMenuTest, masterIsRefusedBeyondItsLimitsAndCanAlwaysBeLeft)
     menu.showCommands (State::menu);
     EXPECT_TRUE (button (mode).isEnabled());
     processor.model.setCanUseMasterMode (false);
-    Messages::deliver();
+    menu.serveChanges();
     EXPECT_FALSE (button (mode).isEnabled());
 
     set (ParameterIds::mode, 0.0f);
@@ -412,15 +440,29 @@ TEST_F (BurgerMenuTest, commandsAreInBoldType)
     }
 }
 
-TEST_F (BurgerMenuTest, whatIsPostedFindsNobodyOnceTheMenuHasGone)
+TEST_F (BurgerMenuTest, whatChangesOnceTheMenuHasGoneFindsNobody)
 {
+    struct Counter final : juce::AudioProcessorValueTreeState::Listener
+    {
+        void parameterChanged (const juce::String&, float) override { ++heard; }
+        int heard = 0;
+    };
+
+    // Behind the menu in the lists, so that they are reached only if it has left them in order.
     auto late = std::make_unique<BurgerMenu> (processor);
     parent.addAndMakeVisible (*late);
-    processor.model.setSmartBandsReady (true, true);
-    processor.model.setCanUseMasterMode (false);
-    processor.model.setParameterValue (ParameterIds::phase, 0.0f);
+    Counter counter;
+    const ParameterSubscription behind (processor.getAPVTS(), ParameterIds::phase, counter);
+    auto fired = 0;
+    const NotificationSubscription behindToo (
+        processor.model.channels, Channels::smartBandsReady, [&fired] { ++fired; });
     late.reset();
-    Messages::deliver();
+
+    processor.model.setCanUseMasterMode (false);
+    processor.model.setSmartBandsReady (true, true);
+    processor.model.setParameterValue (ParameterIds::phase, 0.0f);
+    processor.model.setParameterValue (ParameterIds::mode, 1.0f);
     transport (true);
-    EXPECT_EQ (parent.getNumChildComponents(), 1);
+    EXPECT_EQ (fired, 1);
+    EXPECT_EQ (counter.heard, 1);
 }
