@@ -2,5 +2,5 @@
 
 #include <CLI/CLI.hpp>
 
-/** Adds `measure`, `presets`, `params` and `state` to the program. */
+/** Adds `measure`, `target`, `presets`, `params` and `state` to the program. */
 void addAnalysisSubcommands (CLI::App& app);

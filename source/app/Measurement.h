@@ -41,6 +41,7 @@ struct Measurement
 /** The target as the live analysis takes it: the last value extrapolated where that can be done. */
 struct MeasurementTarget
 {
+    /** 0 for one that is no preset. */
     int id = 0;
     std::string name;
 
@@ -52,6 +53,9 @@ struct MeasurementTarget
 
     float lufs = 0.0f;
     Measurement::Levels values {};
+
+    /** What a reader has to know of how it came about, in sentences. */
+    std::vector<std::string> notes;
 
     [[nodiscard]] static MeasurementTarget of (const Presets::Library& library, const Presets::Preset& preset);
 

@@ -8,15 +8,28 @@
 #include <cmath>
 #include <iomanip>
 #include <iostream>
+#include <limits>
+#include <sstream>
 
 namespace
 {
-nlohmann::json numberOrNull (float value)
+std::string cell (float value)
+{
+    return std::isfinite (value) ? juce::String (value, 1).toStdString() : "-";
+}
+
+void printRow (const std::string& label, float lufs, const Measurement::Levels& levels)
+{
+    std::cout << MeasurementReport::rowText (label, lufs, levels) << '\n';
+}
+} // namespace
+
+nlohmann::json MeasurementReport::numberOrNull (float value)
 {
     return std::isfinite (value) ? nlohmann::json (value) : nlohmann::json();
 }
 
-nlohmann::json listOf (const Measurement::Levels& levels)
+nlohmann::json MeasurementReport::listOf (const Measurement::Levels& levels)
 {
     auto list = nlohmann::json::array();
 
@@ -26,29 +39,36 @@ nlohmann::json listOf (const Measurement::Levels& levels)
     return list;
 }
 
-nlohmann::json toJson (const MeasurementTarget& target)
+nlohmann::json MeasurementReport::toJson (const MeasurementTarget& target)
 {
-    return { { "id", target.id },
+    return { { "id", target.id > 0 ? nlohmann::json (target.id) : nlohmann::json() },
              { "name", target.name },
              { "lufs", target.exists ? numberOrNull (target.lufs) : nlohmann::json() },
              { "values", target.exists ? listOf (target.values) : nlohmann::json() } };
 }
 
-std::string cell (float value)
+std::string MeasurementReport::headingText()
 {
-    return std::isfinite (value) ? juce::String (value, 1).toStdString() : "-";
+    std::ostringstream text;
+    text << std::left << std::setw (14) << "LUFS" << std::right << std::setw (8) << "overall";
+
+    for (const auto centre : analysisCentresHz)
+        text << std::setw (8) << static_cast<int> (centre);
+
+    text << '\n';
+    return text.str();
 }
 
-void printRow (const std::string& label, float lufs, const Measurement::Levels& levels)
+std::string MeasurementReport::rowText (const std::string& label, float lufs, const Measurement::Levels& levels)
 {
-    std::cout << std::left << std::setw (14) << label << std::right << std::setw (8) << cell (lufs);
+    std::ostringstream text;
+    text << std::left << std::setw (14) << label << std::right << std::setw (8) << cell (lufs);
 
     for (const auto level : levels)
-        std::cout << std::setw (8) << cell (level);
+        text << std::setw (8) << cell (level);
 
-    std::cout << '\n';
+    return text.str();
 }
-} // namespace
 
 void MeasurementReport::printTarget (const MeasurementTarget& target)
 {
@@ -67,12 +87,8 @@ void MeasurementReport::print (const Measurement& measurement, const Measurement
                         : ", of which " + TimeRange::textOf (measurement.rangeStart) + " to "
                               + TimeRange::textOf (measurement.rangeEnd))
               << ")\n"
-              << std::defaultfloat << std::left << std::setw (14) << "LUFS" << std::right << std::setw (8) << "overall";
+              << std::defaultfloat << headingText();
 
-    for (const auto centre : analysisCentresHz)
-        std::cout << std::setw (8) << juce::String (static_cast<int> (centre)).toStdString();
-
-    std::cout << '\n';
     printRow ("measured", measurement.lufs, measurement.bands);
 
     if (! target.exists)
@@ -95,7 +111,7 @@ nlohmann::json MeasurementReport::toJson (const Measurement& measurement, const 
              { "frequencies", analysisCentresHz },
              { "lufs", numberOrNull (measurement.lufs) },
              { "bands", listOf (measurement.bands) },
-             { "target", ::toJson (target) },
+             { "target", toJson (target) },
              { "adjustments", target.exists ? listOf (measurement.adjustments) : nlohmann::json() },
              { "notFiniteSamples", measurement.notFinite },
              { "notes", measurement.notes() } };

@@ -1,10 +1,12 @@
 #include "app/RenderReport.h"
 
+#include "app/MeasurementReport.h"
 #include "app/Printable.h"
 
 #include <cmath>
 #include <iomanip>
 #include <iostream>
+#include <limits>
 #include <sstream>
 
 namespace
@@ -54,6 +56,50 @@ nlohmann::json toJson (const RenderResult::Band& band)
              { "solo", band.asked.solo },
              { "bypass", band.asked.bypass } };
 }
+nlohmann::json toJson (const TargetDistance& distance)
+{
+    return { { "lufs", MeasurementReport::numberOrNull (distance.lufs) },
+             { "bands", MeasurementReport::listOf (distance.bands) },
+             { "adjustments", MeasurementReport::listOf (distance.adjustments) },
+             { "rms", MeasurementReport::numberOrNull (distance.rms) } };
+}
+
+nlohmann::json toJson (const std::vector<BandOption>& bands)
+{
+    auto list = nlohmann::json::array();
+
+    for (const auto& band : bands)
+        list.push_back ({ { "frequency", tidy (band.frequencyHz) },
+                          { "gain", tidy (band.gainDb) },
+                          { "q", tidy (band.q) },
+                          { "shelf", band.highShelf } });
+
+    return list;
+}
+
+/** The levels before and after beside the target's, and what is left to adjust. */
+void print (const RenderResult::SmartBands& chosen, std::ostream& text)
+{
+    constexpr auto none = std::numeric_limits<float>::quiet_NaN();
+    const auto row = [&] (const char* label, float lufs, const Measurement::Levels& levels)
+    { text << MeasurementReport::rowText (label, lufs, levels) << '\n'; };
+    const auto adjustment = [&] (const char* label, const TargetDistance& distance)
+    {
+        text << MeasurementReport::rowText (label, none, distance.adjustments);
+
+        if (std::isfinite (distance.rms))
+            text << "   rms " << std::fixed << std::setprecision (1) << distance.rms;
+
+        text << '\n';
+    };
+
+    text << "Target: " << printable (chosen.target.title) << '\n' << MeasurementReport::headingText();
+    row ("input", chosen.before.lufs, chosen.before.bands);
+    row ("target", chosen.target.lufs, chosen.target.values);
+    adjustment ("adjustment dB", chosen.before);
+    row ("result", chosen.after.lufs, chosen.after.bands);
+    adjustment ("left dB", chosen.after);
+}
 } // namespace
 
 void RenderReport::print (const RenderResult& result)
@@ -75,7 +121,9 @@ void RenderReport::print (const RenderResult& result)
     if (result.outputGainDb != 0.0f)
         text << "  Output gain " << result.outputGainDb << " dB\n";
 
-    if (! result.preset.empty())
+    if (result.smartBands.has_value())
+        ::print (*result.smartBands, text);
+    else if (! result.preset.empty())
         text << "  Preset " << result.preset << " (a target; it changes no sound)\n";
 
     text << "Result: " << printable (result.output) << " (" << result.outputFormat << ", " << peakText (result.peak)
@@ -90,22 +138,32 @@ nlohmann::json RenderReport::toJson (const RenderResult& result)
     for (const auto& band : result.bands)
         bands.push_back (::toJson (band));
 
-    return { { "input", result.input },
-             { "output", result.output },
-             { "inputFormat", result.inputFormat },
-             { "outputFormat", result.outputFormat },
-             { "sampleRate", result.sampleRate },
-             { "channels", result.channels },
-             { "seconds", result.seconds },
-             { "mode", modeText (result.mode) },
-             { "phase", phaseText (result.phase) },
-             { "delaySamples", result.delaySamples },
-             { "bands", bands },
-             { "gainScale", tidy (result.gainScalePercent) },
-             { "outputGain", tidy (result.outputGainDb) },
-             { "preset", result.preset.empty() ? nlohmann::json() : nlohmann::json (result.preset) },
-             { "peakDb", result.peak > 0.0f ? nlohmann::json (peakDb (result.peak)) : nlohmann::json() },
-             { "clippedSamples", result.clipped },
-             { "notFiniteSamples", result.notFinite },
-             { "notes", result.notes } };
+    nlohmann::json object { { "input", result.input },
+                            { "output", result.output },
+                            { "inputFormat", result.inputFormat },
+                            { "outputFormat", result.outputFormat },
+                            { "sampleRate", result.sampleRate },
+                            { "channels", result.channels },
+                            { "seconds", result.seconds },
+                            { "mode", modeText (result.mode) },
+                            { "phase", phaseText (result.phase) },
+                            { "delaySamples", result.delaySamples },
+                            { "bands", bands },
+                            { "gainScale", tidy (result.gainScalePercent) },
+                            { "outputGain", tidy (result.outputGainDb) },
+                            { "preset", result.preset.empty() ? nlohmann::json() : nlohmann::json (result.preset) },
+                            { "peakDb", result.peak > 0.0f ? nlohmann::json (peakDb (result.peak)) : nlohmann::json() },
+                            { "clippedSamples", result.clipped },
+                            { "notFiniteSamples", result.notFinite },
+                            { "notes", result.notes } };
+
+    if (result.smartBands.has_value())
+    {
+        object["target"] = MeasurementReport::toJson (result.smartBands->target);
+        object["before"] = ::toJson (result.smartBands->before);
+        object["after"] = ::toJson (result.smartBands->after);
+        object["smartBands"] = ::toJson (result.smartBands->bands);
+    }
+
+    return object;
 }

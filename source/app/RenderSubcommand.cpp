@@ -3,6 +3,7 @@
 #include "app/BandsFile.h"
 #include "app/CommandError.h"
 #include "app/OptionChecks.h"
+#include "app/ReferenceOptions.h"
 #include "app/RenderCommand.h"
 #include "app/SessionFile.h"
 
@@ -35,6 +36,8 @@ struct RenderOptions
     std::vector<std::string> bands;
     std::string bandsFile;
     std::string stateFile;
+    std::string targetFile;
+    bool smartBands = false;
     bool keepOld = false;
 
     std::string phase = "linear";
@@ -44,6 +47,25 @@ struct RenderOptions
 
     /** Which of the four were given, and so count more than a session. */
     std::function<bool (const char* option)> isGiven;
+
+    /** The reference tracks that were named, with their ranges. */
+    std::function<std::vector<ReferenceFile>()> references;
+
+    [[nodiscard]] SmartBandsTarget smartBandsTarget (const std::vector<ReferenceFile>& tracks) const
+    {
+        const auto sources =
+            (targetFile.empty() ? 0 : 1) + (command.common.preset.empty() ? 0 : 1) + (tracks.empty() ? 0 : 1);
+
+        if (sources != 1)
+            throw CommandError (ExitCode::badArguments,
+                                std::string ("--smart-bands needs ")
+                                    + (sources == 0 ? "a target" : "one target, not several")
+                                    + ": --target FILE, --preset PRESET or --reference FILE.");
+
+        return ! tracks.empty()       ? SmartBandsTargets::ofReferences (tracks, command.quiet)
+               : ! targetFile.empty() ? SmartBandsTargets::ofFile (targetFile)
+                                      : SmartBandsTargets::ofPreset (command.common.preset);
+    }
 
     [[nodiscard]] EqualiserSettings settings() const
     {
@@ -92,12 +114,89 @@ struct RenderOptions
         command.files.insert (command.files.end(), others.begin(), others.end());
         command.common.settings = settings();
 
+        if (smartBands)
+        {
+            const auto tracks = references();
+            command.common.smartBandsTarget = smartBandsTarget (tracks);
+
+            for (const auto& track : tracks)
+                command.common.references.push_back (track.path);
+        }
+
         if (keepOld)
             command.common.existing = command.folder.empty() ? Existing::refuse : Existing::skip;
 
         command.run();
     }
 };
+
+/** What the bands share. */
+void addSoundOptions (CLI::App& app, RenderOptions& options)
+{
+    setUp (app.add_option ("--phase", options.phase, "Phase of the bands above 1500 Hz; those below are always linear"),
+           "linear|minimum")
+        ->check (eitherOf ("linear", "minimum"));
+    setUp (app.add_option ("--mode",
+                           options.mode,
+                           "mix: long filters, gains of up to 12 dB; master: short filters, gains held within 4 dB"),
+           "mix|master")
+        ->check (eitherOf ("mix", "master"));
+    setUp (app.add_option ("--gain-scale", options.gainScalePercent, "Scales the gains of all bands, 0 to 200"),
+           "PERCENT")
+        ->check (numberWithin (0.0, 200.0, " percent"));
+    setUp (app.add_option ("--output-gain", options.outputGainDb, "Gain behind the equaliser, -12 to 12"), "DB")
+        ->check (numberWithin (-12.0, 12.0, " dB"));
+}
+
+/** How the result is made and told. */
+void addResultOptions (CLI::App& app, RenderCommand& command)
+{
+    setUp (app.add_option (
+               "--block", command.common.blockSize, "Samples a block, 1 to 8192; changes nothing that is heard"),
+           "N")
+        ->check (wholeNumberWithin (1, 8192));
+    app.add_option ("--format",
+                    command.common.format,
+                    "Container and width of OUT, such as wav-16, wav-float, aiff-24, flac-24, caf-32, mp3; without\n"
+                    "it, OUT's ending gives the container and IN the width")
+        ->type_name ("NAME")
+        ->check (notEmpty());
+    app.add_flag ("--json", command.json, "Print for scripts: an array with an object for each file");
+    app.add_flag ("--quiet", command.quiet, "Print nothing but errors, and show no progress bar");
+}
+
+constexpr auto matchExample = "Example: near the sound of two records\n"
+                              "  solvane match mix.wav one.flac --range 0:55-1:25 two.flac nearer.wav";
+
+/** `match IN REF... OUT`: another way to say `render IN OUT --smart-bands --reference REF...`. */
+void addMatchSubcommand (CLI::App& app)
+{
+    const auto options = std::make_shared<RenderOptions>();
+    auto& command = options->command;
+    auto* match = app.add_subcommand ("match", "Bring a sound file near the sound of others: render with smart bands.");
+    match->footer (matchExample);
+
+    auto* files =
+        match->add_option ("IN REF... OUT", "Sound file to equalise, up to 20 files to go by, and the file to write")
+            ->required()
+            ->expected (3, CLI::detail::expected_max_vector_size)
+            ->allow_extra_args();
+    auto* range = ReferenceOptions::addRange (*match);
+    match->add_flag ("--no-overwrite", options->keepOld, "Leave a file alone that stands there already");
+    addSoundOptions (*match, *options);
+    addResultOptions (*match, command);
+
+    options->isGiven = [match] (const char* option) { return match->count (option) > 0; };
+    options->references = [match, files, range] { return ReferenceOptions::filesOf (*match, *files, *range, 1, 1); };
+    options->smartBands = true;
+    match->callback (
+        [options, files]
+        {
+            options->input = files->results().front();
+            options->others = { files->results().back() };
+            options->run();
+        });
+}
 } // namespace
 
 void addRenderSubcommand (CLI::App& app)
@@ -149,41 +248,42 @@ void addRenderSubcommand (CLI::App& app)
         ->check (notEmpty())
         ->excludes (band)
         ->excludes (bandsFile);
-    setUp (render->add_option (
-               "--phase", options->phase, "Phase of the bands above 1500 Hz; those below are always linear"),
-           "linear|minimum")
-        ->check (eitherOf ("linear", "minimum"));
-    setUp (
-        render->add_option ("--mode",
-                            options->mode,
-                            "mix: long filters, gains of up to 12 dB; master: short filters, gains held within 4 dB"),
-        "mix|master")
-        ->check (eitherOf ("mix", "master"));
-    setUp (render->add_option ("--gain-scale", options->gainScalePercent, "Scales the gains of all bands, 0 to 200"),
-           "PERCENT")
-        ->check (numberWithin (0.0, 200.0, " percent"));
-    setUp (render->add_option ("--output-gain", options->outputGainDb, "Gain behind the equaliser, -12 to 12"), "DB")
-        ->check (numberWithin (-12.0, 12.0, " dB"));
+    auto* smartBands =
+        render
+            ->add_flag (
+                "--smart-bands",
+                options->smartBands,
+                "Listen to IN, and make bands that bring it near the target of --target, --preset or --reference")
+            ->excludes (band)
+            ->excludes (bandsFile);
+    render->get_option ("--state")->excludes (smartBands);
+    render->add_option ("--target", options->targetFile, "Target file for --smart-bands, as 'solvane target' makes it")
+        ->type_name ("FILE")
+        ->check (notEmpty())
+        ->needs (smartBands);
+    auto* reference =
+        render
+            ->add_option ("--reference", "Sound file for --smart-bands to go by, up to 20 times; measured at IN's rate")
+            ->type_name ("FILE")
+            ->expected (1)
+            ->allow_extra_args (false)
+            ->multi_option_policy (CLI::MultiOptionPolicy::TakeAll)
+            ->check (notEmpty())
+            ->needs (smartBands);
+    auto* range = ReferenceOptions::addRange (*render)->needs (reference);
+    addSoundOptions (*render, *options);
     render
         ->add_option ("--preset",
                       command.common.preset,
-                      "Preset to select: id, name or GROUP/NAME. A target; it changes no sound")
+                      "Preset to select: id, name or GROUP/NAME. A target; it changes no sound without --smart-bands")
         ->type_name ("PRESET")
         ->check (notEmpty());
-    setUp (render->add_option (
-               "--block", command.common.blockSize, "Samples a block, 1 to 8192; changes nothing that is heard"),
-           "N")
-        ->check (wholeNumberWithin (1, 8192));
-    render
-        ->add_option ("--format",
-                      command.common.format,
-                      "Container and width of OUT, such as wav-16, wav-float, aiff-24, flac-24, caf-32, mp3; without\n"
-                      "it, OUT's ending gives the container and IN the width")
-        ->type_name ("NAME")
-        ->check (notEmpty());
-    render->add_flag ("--json", command.json, "Print for scripts: an array with an object for each file");
-    render->add_flag ("--quiet", command.quiet, "Print nothing but errors, and show no progress bar");
+    addResultOptions (*render, command);
 
     options->isGiven = [render] (const char* option) { return render->count (option) > 0; };
+    options->references = [render, reference, range]
+    { return ReferenceOptions::filesOf (*render, *reference, *range); };
     render->callback ([options] { options->run(); });
+
+    addMatchSubcommand (app);
 }

@@ -2,5 +2,5 @@
 
 #include <CLI/CLI.hpp>
 
-/** Adds `render` to the program. */
+/** Adds `render` and `match` to the program. */
 void addRenderSubcommand (CLI::App& app);

@@ -10,6 +10,7 @@
 #include "app/ServedAudio.h"
 #include "app/StandardStreams.h"
 #include "app/StepNotes.h"
+#include "files/OutputPlace.h"
 
 #include <algorithm>
 #include <optional>
@@ -30,6 +31,12 @@ const RenderRequest& checked (const RenderRequest& request)
         throw CommandError (ExitCode::unwritableOutput,
                             "'" + request.output + "' is there already, and --no-overwrite was given.");
 
+    for (const auto& reference : request.references)
+        if (! StandardStreams::isOutput (request.output) && ! StandardStreams::isInput (reference)
+            && OutputPlace::isSameFile (fileFor (request.output), fileFor (reference)))
+            throw CommandError (ExitCode::unwritableOutput,
+                                "'" + request.output + "' is what is read; it would be lost.");
+
     return request;
 }
 
@@ -46,6 +53,15 @@ std::optional<std::string> noteOnWidth (const SoundEncoding& from, const SoundEn
            + (lostBits ? std::to_string (from.wholeNumberBits()) + " bits" : std::string ("floating point"))
            + ", which " + SoundEncoding::containerName (to.container) + " does not hold: the result has "
            + std::to_string (bits) + " bits.";
+}
+
+constexpr int listeningBlock = 4096;
+
+void hear (Listener& listener, const juce::AudioBuffer<float>& block, int start, int count)
+{
+    listener.process (block.getReadPointer (0, start),
+                      block.getNumChannels() == 2 ? block.getReadPointer (1, start) : nullptr,
+                      count);
 }
 
 /** Where the result will be other than the settings let one expect. */
@@ -92,9 +108,11 @@ std::vector<std::string> notesOn (const EqualiserSettings& settings, OfflineRend
 RenderTask::RenderTask (const RenderRequest& request)
     : source (checked (request).input),
       encoding (encodingFor (request, source)),
-      renderer (source.sampleRate(), source.channelCount(), request.blockSize, request.settings),
       target (request.output,
-              { encoding, source.sampleRate(), source.channelCount(), source.length(), source.extras() })
+              { encoding, source.sampleRate(), source.channelCount(), source.length(), source.extras() }),
+      settings (settingsFor (request)),
+      renderer (source.sampleRate(), source.channelCount(), request.blockSize, settings),
+      notFiniteBefore (source.notFiniteCount())
 {
     outcome.input = request.input;
     outcome.output = request.output;
@@ -105,8 +123,9 @@ RenderTask::RenderTask (const RenderRequest& request)
     outcome.seconds = static_cast<double> (source.length()) / source.sampleRate();
     outcome.delaySamples = renderer.delaySamples();
     selectPreset (request.preset);
-    describeSettings (request.settings);
-    outcome.notes = notesOn (request.settings, renderer);
+    describeSettings();
+    const auto notes = notesOn (settings, renderer);
+    outcome.notes.insert (outcome.notes.end(), notes.begin(), notes.end());
 
     if (const auto note = noteOnWidth (source.encoding(), encoding, request.format); note.has_value())
         outcome.notes.push_back (*note);
@@ -123,7 +142,43 @@ void RenderTask::selectPreset (const std::string& preset)
     outcome.preset = (processor.presets.groupName (chosen) + "/" + chosen.name).toStdString();
 }
 
-void RenderTask::describeSettings (const EqualiserSettings& settings)
+EqualiserSettings RenderTask::settingsFor (const RenderRequest& request)
+{
+    auto result = request.settings;
+
+    if (! request.smartBandsTarget)
+        return result;
+
+    auto& chosen = outcome.smartBands.emplace();
+    chosen.target = request.smartBandsTarget (source.sampleRate());
+    outcome.notes = chosen.target.notes;
+
+    Listener input (source.sampleRate(), source.channelCount());
+    juce::AudioBuffer<float> block (source.channelCount(), listeningBlock);
+
+    for (juce::int64 start = 0; start < source.length(); start += listeningBlock)
+    {
+        Interrupt::throwIfRequested();
+        const auto count = static_cast<int> (std::min<juce::int64> (listeningBlock, source.length() - start));
+        source.read (block, start, count);
+        hear (input, block, 0, count);
+    }
+
+    chosen.before = TargetDistance::of (input.finish(), chosen.target);
+    chosen.bands = chooseSmartBands (chosen.before, result.mode);
+    result.bands = chosen.bands;
+    listener.emplace (source.sampleRate(), source.channelCount());
+
+    const auto heard = input.notes ("the input");
+    outcome.notes.insert (outcome.notes.end(), heard.begin(), heard.end());
+
+    if (chosen.bands.empty())
+        outcome.notes.emplace_back ("no band was made: nothing is as far as 0.5 dB from the target.");
+
+    return result;
+}
+
+void RenderTask::describeSettings()
 {
     auto& processor = renderer.processor();
     const auto& model = processor.model;
@@ -148,12 +203,22 @@ void RenderTask::run()
             source.read (block, start, count);
             done.store (static_cast<double> (start) / static_cast<double> (source.length()), std::memory_order_relaxed);
         },
-        [&] (const juce::AudioBuffer<float>& block, int start, int count) { target.write (block, start, count); });
+        [&] (const juce::AudioBuffer<float>& block, int start, int count)
+        {
+            target.write (block, start, count);
+
+            if (listener.has_value())
+                hear (*listener, block, start, count);
+        });
 
     Interrupt::throwIfRequested();
     target.commit();
     outcome.peak = target.peak();
-    outcome.notFinite = source.notFiniteCount();
+    outcome.notFinite = source.notFiniteCount() - notFiniteBefore;
+
+    if (listener.has_value())
+        outcome.smartBands->after = TargetDistance::of (listener->finish(), outcome.smartBands->target);
+
     outcome.clipped = encoding.wholeNumberBits() > 0 ? target.clippedCount() : 0;
 
     const auto more = source.notes ("the input", outcome.notFinite);

@@ -4,8 +4,11 @@
 #include "app/AudioOutput.h"
 #include "app/EqualiserSettings.h"
 #include "app/OfflineRenderer.h"
+#include "app/SmartBandsChoice.h"
+#include "app/SmartBandsTarget.h"
 
 #include <atomic>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -32,6 +35,12 @@ struct RenderRequest
 
     Existing existing = Existing::replace;
     EqualiserSettings settings;
+
+    /** Where the bands come from; nothing for those of the settings. */
+    SmartBandsTarget smartBandsTarget;
+
+    /** Recordings that are read beside the input, and that the output must not replace. */
+    std::vector<std::string> references;
 };
 
 /** What became of it. */
@@ -58,6 +67,17 @@ struct RenderResult
     FilterPhase phase = FilterPhase::linear;
     int delaySamples = 0;
     std::vector<Band> bands;
+
+    /** How far the sound was from a target, the bands that this led to, and how far it is with them. */
+    struct SmartBands
+    {
+        MeasurementTarget target;
+        TargetDistance before;
+        std::vector<BandOption> bands;
+        TargetDistance after;
+    };
+
+    std::optional<SmartBands> smartBands;
     float gainScalePercent = 100.0f;
     float outputGainDb = 0.0f;
 
@@ -76,8 +96,8 @@ struct RenderResult
 class RenderTask
 {
 public:
-    /** Opens both files and designs the filters. Message thread, as for every instance of the plug-in; so is the
-        destructor. Throws CommandError. */
+    /** Opens both files, listens where that is asked for, and designs the filters. Message thread, as for every
+       instance of the plug-in; so is the destructor. Throws CommandError. */
     explicit RenderTask (const RenderRequest& request);
 
     RenderTask (const RenderTask&) = delete;
@@ -93,13 +113,20 @@ public:
     [[nodiscard]] const RenderResult& result() const noexcept { return outcome; }
 
 private:
-    void describeSettings (const EqualiserSettings& settings);
+    /** Listens to the input, and gives the settings with the bands that follow from it. */
+    [[nodiscard]] EqualiserSettings settingsFor (const RenderRequest& request);
+    void describeSettings();
     void selectPreset (const std::string& preset);
 
+    RenderResult outcome;
     AudioInput source;
     const SoundEncoding encoding;
-    OfflineRenderer renderer;
     AudioOutput target;
-    RenderResult outcome;
+    std::optional<Listener> listener; ///< to the result
+    const EqualiserSettings settings;
+    OfflineRenderer renderer;
+
+    /** Of the input, while it was listened to. */
+    juce::int64 notFiniteBefore = 0;
     std::atomic<double> done { 0.0 };
 };

@@ -4,6 +4,7 @@
 #include "files/SoundStreams.h"
 
 #include <array>
+#include <string_view>
 #include <unistd.h>
 
 namespace
@@ -24,6 +25,45 @@ bool isPicture (juce::InputStream& stream)
            && start == signature;
 }
 
+/** A target says in its first line what it is. */
+bool isTarget (juce::InputStream& stream)
+{
+    constexpr std::string_view mark = "\"format\": \"solvane-target\"";
+    std::array<char, 64> start {};
+    const auto count = stream.read (start.data(), static_cast<int> (start.size()));
+    return count > 0 && std::string_view (start.data(), static_cast<std::size_t> (count)).find (mark) != mark.npos;
+}
+
+bool isOfKind (juce::InputStream& stream, OutputPlace::Kind kind)
+{
+    switch (kind)
+    {
+        case OutputPlace::Kind::sound:
+            return isSound (stream);
+        case OutputPlace::Kind::picture:
+            return isPicture (stream);
+        case OutputPlace::Kind::target:
+            return isTarget (stream);
+    }
+
+    return false;
+}
+
+const char* nameOf (OutputPlace::Kind kind)
+{
+    switch (kind)
+    {
+        case OutputPlace::Kind::sound:
+            return "sound file";
+        case OutputPlace::Kind::picture:
+            return "PNG picture";
+        case OutputPlace::Kind::target:
+            return "target file";
+    }
+
+    return "";
+}
+
 /** How the sentence about what stands there goes on behind its name; nothing for what may be replaced. */
 std::optional<std::string> objectionTo (const fs::path& place, OutputPlace::Kind kind)
 {
@@ -37,13 +77,10 @@ std::optional<std::string> objectionTo (const fs::path& place, OutputPlace::Kind
     if (stream.getTotalLength() == 0)
         return {};
 
-    const auto isSoundWanted = kind == OutputPlace::Kind::sound;
-
-    if (isSoundWanted ? isSound (stream) : isPicture (stream))
+    if (isOfKind (stream, kind))
         return {};
 
-    return std::string ("is there already, and is no ") + (isSoundWanted ? "sound file" : "PNG picture")
-           + ". Remove it, or choose another name.";
+    return std::string ("is there already, and is no ") + nameOf (kind) + ". Remove it, or choose another name.";
 }
 } // namespace
 

@@ -12,7 +12,8 @@ namespace OutputPlace
 enum class Kind
 {
     sound,
-    picture
+    picture,
+    target
 };
 
 /** What a symbolic link stands for, also where nothing is there yet; everything else as it is. */

@@ -16,7 +16,7 @@ using testing::IsSupersetOf;
 using testing::Not;
 using testing::UnorderedElementsAre;
 
-constexpr std::array commands { "render", "measure", "presets", "params", "state" };
+constexpr std::array commands { "render", "match", "measure", "target", "presets", "params", "state" };
 
 /** The manual page and the completions, which the program writes about itself. */
 class ProgramDescribeTest : public ProgramFixture
@@ -104,7 +104,7 @@ TEST_F (ProgramDescribeTest, bashCompletesCommandsOptionsWordsAndFiles)
     makeInput ("my mix.wav", "-b 16", "trim 0 0.01");
 
     EXPECT_THAT (offeredByBash ({ "solvane", "" }),
-                 UnorderedElementsAre ("render", "measure", "presets", "params", "state"));
+                 UnorderedElementsAre ("render", "match", "measure", "target", "presets", "params", "state"));
     EXPECT_THAT (offeredByBash ({ "solvane", "me" }), ElementsAre ("measure"));
     EXPECT_THAT (offeredByBash ({ "solvane", "--v" }), ElementsAre ("--version"));
     EXPECT_THAT (offeredByBash ({ "solvane", "measure", "--p" }), UnorderedElementsAre ("--preset", "--picture"));

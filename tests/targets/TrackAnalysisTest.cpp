@@ -195,11 +195,12 @@ TEST (TrackAnalysisTest, rangesAreCutToTheTrack)
 
 TEST (TrackAnalysisTest, behindTheTracksEndTheLowBandsHearZeros)
 {
-    // A range over the last 600 samples asks for a chunk that the track does not fill.
+    // A range over the last 600 samples asks for a chunk that the track does not fill; often enough to be read.
     auto shorter = noise (200000, 7);
     auto longer = shorter;
     longer.left.resize (201000, 0.0f);
-    const std::vector<TrackRange> ranges { { 40000, 140000 }, { 199400, 200000 } };
+    std::vector<TrackRange> ranges (150, { 199400, 200000 });
+    ranges.insert (ranges.begin(), { 40000, 140000 });
     EXPECT_EQ (analysed (shorter, ranges, 48000.0, 48000.0).reading.bands,
                analysed (longer, ranges, 48000.0, 48000.0).reading.bands);
 }
