@@ -15,6 +15,8 @@
 #include <chrono>
 #include <cmath>
 #include <cstdio>
+#include <ctime>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <thread>
@@ -81,7 +83,10 @@ void hangTenBands (PluginRig& rig)
 class RunningAudio
 {
 public:
-    explicit RunningAudio (PluginRig& host) : rig (host), thread ([this] { run(); }) {}
+    explicit RunningAudio (PluginRig& host, float noiseAmplitude = 0.2f)
+        : rig (host), amplitude (noiseAmplitude), thread ([this] { run(); })
+    {
+    }
 
     ~RunningAudio()
     {
@@ -95,21 +100,28 @@ public:
 private:
     void run()
     {
-        const auto noise = signals::noise (2, blockSize, 7u, 0.2f);
+        const auto noise = signals::noise (2, noiseBlocks * blockSize, 7u, amplitude);
         juce::AudioBuffer<float> block (2, blockSize);
+        auto place = 0;
 
         for (auto next = Clock::now(); ! ended; std::this_thread::sleep_until (next))
         {
             next += std::chrono::microseconds (static_cast<int> (1.0e6 * blockSize / sampleRate));
 
             for (int channel = 0; channel < 2; ++channel)
-                block.copyFrom (channel, 0, noise[static_cast<std::size_t> (channel)].data(), blockSize);
+                block.copyFrom (
+                    channel, 0, noise[static_cast<std::size_t> (channel)].data() + place * blockSize, blockSize);
 
+            place = (place + 1) % noiseBlocks;
             rig.process (block);
         }
     }
 
+    /** A spectrum takes two blocks: one block over and over would always have the same. */
+    static constexpr int noiseBlocks = 101;
+
     PluginRig& rig;
+    const float amplitude;
     std::atomic<bool> ended { false };
     std::thread thread;
 };
@@ -206,6 +218,92 @@ void measurePainting (PluginRig& rig)
 }
 
 //======================================================================================================================
+void measureHeat (PluginRig& rig)
+{
+    LiveSpectrum spectrum;
+    rig.processor.model.setShowHeatmap (true);
+    HeatStrips strips (spectrum, rig.processor.model, [] {});
+    strips.resize (roomHeight);
+    juce::Image image (juce::Image::RGB, width - 10, roomHeight, true, juce::SoftwareImageType());
+    LiveSpectrum::Magnitudes magnitudes {};
+    auto turn = 0;
+    auto drawn = 0;
+
+    row ("a frame of both heat strips, drawn and painted",
+         medianMilliseconds (500,
+                             [&]
+                             {
+                                 magnitudes.fill (0.01f * static_cast<float> (++turn % 20));
+                                 spectrum.publish (magnitudes);
+                                 drawn += strips.frame() ? 1 : 0;
+                                 juce::Graphics graphics (image);
+                                 strips.paint (graphics, image.getBounds());
+                             }),
+         "ms",
+         "(2)");
+
+    if (drawn < 400)
+        std::printf ("  the strips stood still\n");
+}
+
+/** Calls something 25 times a second. */
+class Ticker final : private juce::Timer
+{
+public:
+    explicit Ticker (std::function<void()> workToDo) : work (std::move (workToDo)) { startTimer (40); }
+
+private:
+    void timerCallback() override { work(); }
+
+    const std::function<void()> work;
+};
+
+/** What the whole process takes of a core, on all of its threads together, while `eachTick` is called 25 times a
+   second. The message thread sleeps until there is a message, as a host's does. */
+double percentOfACore (Clock::duration time, std::function<void()> eachTick)
+{
+    const auto processSeconds = [] { return static_cast<double> (std::clock()) / CLOCKS_PER_SEC; };
+    const Ticker ticker (std::move (eachTick));
+    const auto begin = Clock::now();
+    const auto before = processSeconds();
+
+    while (Clock::now() < begin + time)
+        juce::dispatchNextMessageOnSystemQueue (false);
+
+    return (processSeconds() - before) / std::chrono::duration<double> (Clock::now() - begin).count() * 100.0;
+}
+
+void measureLoad (PluginRig& rig)
+{
+    constexpr auto time = 6s;
+    rig.processor.model.setShowHeatmap (true);
+
+    {
+        // So quiet that the strips flicker in all shades.
+        const RunningAudio audio (rig, 0.01f);
+        serveFor (500ms);
+        const auto closed = percentOfACore (time, [] {});
+        VelmoraAudioProcessorEditor editor (rig.processor);
+        editor.addToDesktop (0);
+        serveFor (6s); // it repaints itself whole in the first four seconds
+        const auto open = percentOfACore (time, [] {});
+        const auto drawing = percentOfACore (time, [&] { editor.main().room().rebuildTarget(); });
+        row ("the plug-in without its window, audio and analysis running", closed, "% of a core", "");
+        row ("its window on top of that, strips and curves following", open - closed, "% of a core", "(25)");
+        row ("the same with every curve drawn anew 25 times a second", drawing - closed, "% of a core", "(25)");
+    }
+
+    serveFor (500ms);
+    const auto closed = percentOfACore (time, [] {});
+    VelmoraAudioProcessorEditor editor (rig.processor);
+    editor.addToDesktop (0);
+    serveFor (6s);
+    const auto open = percentOfACore (time, [] {});
+    row ("neither window nor audio", closed, "% of a core", "");
+    row ("an open window on top of that, idle", open - closed, "% of a core", "(1)");
+}
+
+//======================================================================================================================
 /** The window on the graphics library's context, whoever draws for it. */
 class Compositing final : private juce::OpenGLRenderer
 {
@@ -298,12 +396,16 @@ int main()
     PluginRig rig;
     rig.prepare (sampleRate, blockSize);
     hangTenBands (rig);
-    const RunningAudio audio (rig);
+    std::optional<RunningAudio> audio (std::in_place, rig);
 
     std::printf ("The window with ten bands at %d x %d, audio running; in brackets what it may be:\n", width, height);
     measureOpening (rig, false);
     measureWalls (rig);
     measurePainting (rig);
+    measureHeat (rig);
+    audio.reset();
+    measureLoad (rig);
+    audio.emplace (rig);
     std::printf ("The same on a context of the graphics library, drawn by the processor:\n");
     measureOpening (rig, true);
     measureFrames (rig);
