@@ -81,6 +81,11 @@ TEST (StripPictureTest, whatWasDrawnForAnotherSizeIsNotShown)
     picture.resize (height);
     picture.publish (canvas);
     EXPECT_EQ (alphaOfLine (painted (picture), 30), 0);
+
+    // Nor does it take away what was drawn for this one.
+    drawAndPublish (picture, std::vector<std::uint8_t> (21, 90));
+    picture.publish (canvas);
+    EXPECT_EQ (alphaOfLine (painted (picture), 30), 90);
 }
 
 TEST (StripPictureTest, withoutASizeThereIsNothing)
