@@ -112,22 +112,30 @@ void openHelp (EditorStage& stage, bool withUpdate)
     dynamic_cast<HelpWindow&> (*main.component (MainWindow::Place::helpWindow)).showBuildDate ("Jul 25 2022");
 }
 
+/** The pointer over a button that has something to tell, once it has woken up. */
+void pointAtButton (EditorStage& stage, orvik::SVGButton& button)
+{
+    constexpr int longestFade = 100;
+    stage.window().refreshAnnouncements();
+    stage.pointAt (
+        button, button.getLocalBounds().getCentre(), [&] { return stage.window().main().isShowingNotice(); });
+
+    for (int frame = 0; frame < longestFade; ++frame)
+        button.advanceFade();
+}
+
 /** The pointer over the link to the website, while there is a new product. */
 void pointAtTheNews (EditorStage& stage)
 {
     stage.model().interfaceState.newsAvailable = true;
-    stage.window().refreshAnnouncements();
-    const auto& link = stage.window().website().icon;
-    stage.pointAt (link, { 10, 10 }, [&] { return stage.window().main().isShowingNotice(); });
+    pointAtButton (stage, stage.window().website().icon);
 }
 
 /** The pointer over the help button, while there is an update. */
 void pointAtTheUpdate (EditorStage& stage)
 {
     stage.model().interfaceState.updateAvailable = true;
-    stage.window().refreshAnnouncements();
-    const auto& button = stage.window().buttons().helpButton;
-    stage.pointAt (button, { 15, 15 }, [&] { return stage.window().main().isShowingNotice(); });
+    pointAtButton (stage, stage.window().buttons().helpButton);
 }
 
 /** Opens a panel as its button does under the pointer, which itself stays away: the button would be seen to wake up. */
