@@ -25,6 +25,7 @@ ROOMS = {
     "core/model": ["dsp/*", "targets", "core/parameters", "core/presets"],
     "core/audio": ["dsp/*", "targets", "core/parameters", "core/presets", "core/model"],
     "core/session": ["targets", "core/parameters", "core/presets", "core/model"],
+    "core/references": ["dsp/*", "targets", "files", "core/model", "core/session"],
     "core": ["dsp/*", "targets", "files", "core/*"],
     "app": ["dsp/*", "targets", "files", "core/*"],
     "gui": ["dsp/*", "targets", "files", "services", "core/*"],
