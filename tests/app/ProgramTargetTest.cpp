@@ -108,6 +108,10 @@ TEST_F (ProgramTargetTest, aRangeBelongsToTheFileBeforeIt)
     EXPECT_EQ (file["tracks"][0]["ranges"], json::parse ("[[1.0, 4.0], [5.0, 6.5]]"));
     EXPECT_THAT (file["tracks"][1]["ranges"], IsEmpty());
 
+    const auto second = target ({ "in.wav", "ref.wav", "--range", "2-" });
+    EXPECT_THAT (second["tracks"][0]["ranges"], IsEmpty());
+    EXPECT_EQ (second["tracks"][1]["ranges"][0][0], 2.0);
+
     const auto whole = target ({ "in.wav", "ref.wav" });
     EXPECT_NE (file["tracks"][0]["values"], whole["tracks"][0]["values"]);
     EXPECT_EQ (file["tracks"][1]["values"], whole["tracks"][1]["values"]);
@@ -231,6 +235,18 @@ TEST_F (ProgramTargetTest, goesByAPreset)
     expectRefusal ({ "render", "in.wav", "new.wav", "--smart-bands", "--preset", "1" }, 2, "NO TARGETS is no target");
 }
 
+TEST_F (ProgramTargetTest, theTopBandInUseFollowsFromTheMeans)
+{
+    makeInput ("dark.wav", "-b 24", "gain -12 treble -12 repeat 2");
+    const auto file = target ({ "ref.wav", "dark.wav" });
+    const auto inUse = rendered ("in.wav", { "--target", "my.target" })["target"]["values"];
+
+    for (std::size_t band = 0; band < 9; ++band)
+        EXPECT_EQ (inUse[band], file["values"][band]);
+
+    EXPECT_GT (std::abs (inUse[9].get<double>() - file["values"][9].get<double>()), 0.01);
+}
+
 TEST_F (ProgramTargetTest, matchIsAShortWayToGoByReferences)
 {
     rendered ("in.wav", { "--reference", "ref.wav", "--range", "1-6", "--reference", "in.wav" });
@@ -333,6 +349,10 @@ TEST_F (ProgramTargetTest, saysWhereTheReadingsAreNoGroundToBuildOn)
 
 TEST_F (ProgramTargetTest, saysWhereReadingsStillMoveAtTheEnd)
 {
+    makeInput ("once.wav", "-b 24", "gain -12");
+    rendered ("once.wav", { "--preset", "20" });
+    EXPECT_THAT (notes, HasSubstr ("had not come to rest at the end of the input: they still moved by 1.0 dB"));
+
     // Four seconds of music, and then a tone that music has little of.
     makeInput ("quiet.wav", "-b 24", "gain -30 trim 0 4");
     convertWithSox ("-n", "-b 24 -r 44100 -c 2", folder.path ("tone.wav"), "synth 2.5 sine 9000 gain -10");
