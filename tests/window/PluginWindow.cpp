@@ -3,6 +3,7 @@
 #include <cctype>
 #include <cmath>
 #include <cstdint>
+#include <limits>
 #include <stdexcept>
 #include <utility>
 #include <vector>
@@ -262,7 +263,7 @@ void PluginWindow::runAudio (double sampleRate)
 
     while (! ending)
     {
-        const auto amplitude = silent ? 0.0f : 1.0e-10f;
+        const auto amplitude = noisePeak / static_cast<float> (std::numeric_limits<std::int32_t>::max());
 
         for (std::size_t frame = 0; frame < left.size(); ++frame)
         {

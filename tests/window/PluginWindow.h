@@ -108,12 +108,17 @@ public:
     [[nodiscard]] bool isOn (const std::string& parameterName) { return normalised (parameterName) > 0.5f; }
 
     /** Lets the audio go on with nothing to be heard in it. */
-    void setSilent (bool shouldBeSilent) { silent = shouldBeSilent; }
+    void setSilent (bool shouldBeSilent) { noisePeak = shouldBeSilent ? 0.0f : usualNoisePeak; }
+
+    /** How loud it is at most, linear. */
+    void setNoisePeak (float peak) { noisePeak = peak; }
 
     [[nodiscard]] float normalised (const std::string& parameterName);
     void setNormalised (const std::string& parameterName, float value);
 
 private:
+    static constexpr float usualNoisePeak = 0.2f;
+
     void runAudio (double sampleRate);
     [[nodiscard]] int indexOf (const std::string& parameterName) const;
 
@@ -122,6 +127,6 @@ private:
     TestScreen display;
     XWindow parent = 0;
     std::atomic<bool> ending { false };
-    std::atomic<bool> silent { false };
+    std::atomic<float> noisePeak { usualNoisePeak };
     std::thread audio;
 };

@@ -176,6 +176,9 @@ void take (const State& state, const Size& size, const std::filesystem::path& fo
     PluginWindow window;
     window.setNormalised ("Mix/Master Mode", 1.0f);
 
+    // So quiet that the scales glow only faintly.
+    window.setNoisePeak (0.003f);
+
     if (window.size() != TestScreen::Size { size.width, size.height })
         window.resize (size.width, size.height);
 
