@@ -131,6 +131,22 @@ TEST_F (TrackLoadQueueTest, aPausedQueueBeginsNothingAndStillEnds)
     EXPECT_THAT (desk.all(), IsEmpty());
 }
 
+TEST_F (TrackLoadQueueTest, whatComesDuringAPauseCanStillBeDropped)
+{
+    // Often, to give a queue that does not rest the time to begin.
+    for (int round = 0; round < 5000; ++round)
+    {
+        queue.setPaused (true);
+        queue.push (requestOf ("paused"));
+        std::this_thread::yield();
+        queue.flush();
+        queue.setPaused (false);
+    }
+
+    queue.push (requestOf ("after"));
+    EXPECT_THAT (desk.waitFor (1), ElementsAre ("after"));
+}
+
 TEST_F (TrackLoadQueueTest, stopEndsAfterTheRequestAtHand)
 {
     queue.setPaused (true);
