@@ -77,6 +77,17 @@ protected:
     }
 };
 
+TEST_F (PanelsByHandTest, aWindowThatClosesUnderTheHandEndsItsGesture)
+{
+    open (scale);
+    window.dragAndHold (scale.columnOf (0.5), scale.trackY, scale.columnOf (0.7), scale.trackY);
+    ASSERT_TRUE (window.eventually ([&] { return window.figure (scale.parameter) > 120.0; }));
+    window.close();
+    const auto heard = told (scale.parameter);
+    EXPECT_EQ (heard.begins, 1);
+    EXPECT_EQ (heard.ends, 1);
+}
+
 TEST_F (PanelsByHandTest, buttonUnderThePointerOpensItsPanelAndClosesTheOther)
 {
     EXPECT_FALSE (isOpen (output));

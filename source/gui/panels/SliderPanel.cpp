@@ -14,7 +14,8 @@ constexpr double widestDb = 12.0;
 constexpr double stepDb = 0.01;
 } // namespace
 
-SliderPanel::SliderPanel (VelmoraAudioProcessor& processor, const Design& designToUse) : design (designToUse)
+SliderPanel::SliderPanel (VelmoraAudioProcessor& processor, const Design& designToUse)
+    : design (designToUse), parameter (*processor.getAPVTS().getParameter (designToUse.parameterId))
 {
     setTitle (design.title);
     slider.setName (design.sliderName);
@@ -22,6 +23,8 @@ SliderPanel::SliderPanel (VelmoraAudioProcessor& processor, const Design& design
     slider.setMouseCursor (juce::MouseCursor::PointingHandCursor);
     slider.setRange (-widestDb, widestDb, stepDb);
     slider.onValueChange = [this] { showValue(); };
+    slider.onDragStart = [this] { held = true; };
+    slider.onDragEnd = [this] { held = false; };
     attachment.emplace (processor.getAPVTS(), design.parameterId, slider);
     titleLabel.setText (design.title, juce::dontSendNotification);
     titleLabel.setFont (Fonts::regular (titleFontHeight));
@@ -39,6 +42,13 @@ SliderPanel::SliderPanel (VelmoraAudioProcessor& processor, const Design& design
     }
 
     showValue();
+}
+
+SliderPanel::~SliderPanel()
+{
+    // The hand lets go where nobody hears it any more, and the host would take the parameter for touched for ever.
+    if (held)
+        parameter.endChangeGesture();
 }
 
 void SliderPanel::showValue()

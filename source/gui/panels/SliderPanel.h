@@ -14,6 +14,9 @@
 class SliderPanel : public juce::Component, public juce::SettableTooltipClient
 {
 public:
+    /** Ends the gesture of a hand that still holds the slider. */
+    ~SliderPanel() override;
+
     void paint (juce::Graphics& g) override;
     void resized() override;
 
@@ -42,6 +45,8 @@ private:
     void showValue();
 
     const Design design;
+    juce::RangedAudioParameter& parameter;
+    bool held = false;
     juce::Label titleLabel;
     juce::Label valueLabel;
     std::optional<juce::AudioProcessorValueTreeState::SliderAttachment> attachment; ///< last: it writes to the slider

@@ -172,6 +172,23 @@ TEST_F (SliderPanelTest, aDragIsOneGestureToTheHost)
     EXPECT_EQ (output.valueText(), "-6.0dB");
 }
 
+TEST_F (SliderPanelTest, aPanelThatGoesUnderTheHandEndsItsGesture)
+{
+    HostsEar ear (rig.processor, ParameterIds::gainScale);
+
+    {
+        GainScalePanel held (rig.processor);
+        held.setSize (230, 70);
+        const auto button = juce::ModifierKeys (juce::ModifierKeys::leftButtonModifier);
+        held.slider.mouseDown (roomMouse::eventAt (held.slider, { 100.0f, 20.0f }, button));
+    }
+
+    ASSERT_FALSE (ear.heard.empty());
+    EXPECT_EQ (ear.heard.front(), "begin");
+    EXPECT_EQ (ear.heard.back(), "end");
+    EXPECT_EQ (std::count (ear.heard.begin(), ear.heard.end(), "end"), 1);
+}
+
 TEST_F (SliderPanelTest, aDoubleClickBringsBackTheDefaultAsAGestureOfItsOwn)
 {
     set (ParameterIds::gainScale, 30.0f);
