@@ -40,23 +40,19 @@ RoomGeometry geometryOfHeight (int height)
     return geometry;
 }
 
-/** A figure of the scale, around the place on its baseline. On a glow it keeps a rim of the dark ground around it. */
-void drawFigure (juce::Graphics& g, const char* text, juce::Point<int> place, bool glows)
+/** A figure of the scale in its box, around a baseline. On a glow the box keeps the dark ground. */
+void drawFigure (juce::Graphics& g, const char* text, juce::Rectangle<int> box, int baseline, bool glows)
 {
-    const auto draw = [&] (int dx, int dy)
-    { g.drawSingleLineText (text, place.x + dx, place.y + dy, juce::Justification::horizontallyCentred); };
+    constexpr float corner = 3.0f;
 
     if (glows)
     {
         g.setColour (juce::Colour (Palette::mainWindow));
-
-        for (const auto dy : { -1, 0, 1 })
-            for (const auto dx : { -1, 0, 1 })
-                draw (dx, dy);
+        g.fillRoundedRectangle (box.toFloat().expanded (1.0f, 0.0f), corner);
     }
 
     g.setColour (juce::Colour (Palette::frequencyLabel));
-    draw (0, 0);
+    g.drawSingleLineText (text, box.getCentreX(), box.getY() + baseline, juce::Justification::horizontallyCentred);
 }
 } // namespace
 
@@ -195,7 +191,7 @@ void MainWindow::drawFrequencies (juce::Graphics& g) const
     const auto draw = [&] (const char* text, int top)
     {
         for (const auto x : { 1, getWidth() - stripWidth + 1 })
-            drawFigure (g, text, { x + labelWidth / 2, top + baseline }, ! heat.isBlack());
+            drawFigure (g, text, { x, top, labelWidth, labelHeight }, baseline, ! heat.isBlack());
     };
 
     for (const auto& label : frequencyLabels)

@@ -213,7 +213,7 @@ TEST_F (MainWindowTest, theStripsGlowBehindTheirFigures)
         EXPECT_EQ (Pictures::count (picture, { left, 470, 20, 40 }, heat), 20 * 40);
         EXPECT_LT (Pictures::count (picture, { left, 444, 20, 15 }, heat), 20 * 15 - 20) << "1K stands on it";
         EXPECT_GT (Pictures::count (picture, { left, 444, 20, 15 }, juce::Colour (Palette::mainWindow), 10), 10)
-            << "with a dark rim";
+            << "on the dark ground";
     }
 
     EXPECT_EQ (Pictures::count (picture, { 20, 0, 630, 622 }, heat), 0);
