@@ -1,5 +1,7 @@
 #include "gui/editor/Overlays.h"
 
+#include <utility>
+
 using Place = MainWindow::Place;
 
 Overlays::Overlays (MainWindow& main, TopRow& buttons, InterfaceState& interfaceState, EditorClock& editorClock)
@@ -29,8 +31,11 @@ void Overlays::closeWindows()
 {
     mainWindow.show (Place::helpWindow, false);
     mainWindow.show (Place::settingsWindow, false);
-    state.settingsOpen = false;
+    const auto settingsWereOpen = std::exchange (state.settingsOpen, false);
     state.helpOpen = false;
+
+    if (settingsWereOpen && onSettingsClosed)
+        onSettingsClosed();
 }
 
 void Overlays::closeWindowsAndButtons()

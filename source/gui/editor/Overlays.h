@@ -13,6 +13,9 @@ public:
     /** All outlive this object. */
     Overlays (MainWindow& main, TopRow& buttons, InterfaceState& state, EditorClock& clock);
 
+    /** Called whenever the settings have been closed, in whatever way. */
+    std::function<void()> onSettingsClosed;
+
     /** What a click on the button of settings or help does; nothing while there is no such window. */
     void toggle (orvik::SVGButton& button, MainWindow::Place place);
 

@@ -11,6 +11,7 @@
 namespace
 {
 constexpr float unscaledPercent = 100.0f;
+constexpr int gapBelowPanel = 6;
 
 /** What lay over the room when the last window went is closed. Before anything of the new one is made. */
 PluginModel& openedAnew (PluginModel& model)
@@ -54,6 +55,7 @@ VelmoraAudioProcessorEditor::VelmoraAudioProcessorEditor (VelmoraAudioProcessor&
     setLookAndFeel (&lookAndFeel);
     addAndMakeVisible (mainWindow);
     mainWindow.room().onBandsOutOfScale = [this] { unasked.noteBandsOutOfScale(); };
+    overlays.onSettingsClosed = [this] { applyToolTipSetting(); };
     bindMenu();
     helpWindow = &RoomPlaces::fill (mainWindow, owner, hosts, *this, *this);
 
@@ -104,6 +106,7 @@ VelmoraAudioProcessorEditor::~VelmoraAudioProcessorEditor()
     mainWindow.room().onBandsOutOfScale = nullptr;
     mainWindow.room().onCloseMenu = nullptr;
     mainWindow.burgerMenu().onCommand = nullptr;
+    overlays.onSettingsClosed = nullptr;
     toolTips.reset();
     setLookAndFeel (nullptr);
     model.editorClosed = true;
@@ -289,7 +292,7 @@ void VelmoraAudioProcessorEditor::buttonClicked (juce::Button* button)
     else if (button == &topRow.linkButton || button == &topRow.unlinkButton)
         audioProcessor.sessionState().compareCopy();
     else if (button == &topRow.burgerButton)
-        overlays.showMenu();
+        showMenu();
     else if (button == &topRow.settingsButton)
         overlays.toggle (topRow.settingsButton, Place::settingsWindow);
     else if (button == &topRow.helpButton)
@@ -313,6 +316,14 @@ void VelmoraAudioProcessorEditor::switchComparison()
     topRow.showComparison (session.comparisonASelected());
     showPresetLabels();
     repaint();
+}
+
+void VelmoraAudioProcessorEditor::showMenu()
+{
+    // At once: the menu would stand in front of a panel that takes its time.
+    dropDowns.hide (Place::outputGainPanel);
+    dropDowns.hide (Place::gainScalePanel);
+    overlays.showMenu();
 }
 
 //======================================================================================================================
@@ -373,6 +384,24 @@ void VelmoraAudioProcessorEditor::applyToolTipSetting()
 
     toolTips = std::make_unique<juce::TooltipWindow> (this);
     toolTips->setLookAndFeel (&lookAndFeel);
+}
+
+void VelmoraAudioProcessorEditor::keepTipOffPanels()
+{
+    if (toolTips == nullptr || ! toolTips->isVisible())
+        return;
+
+    // The framework puts a tip beside the pointer, where what the pointer has opened is to be read and used.
+    for (const auto* panel :
+         std::initializer_list<const juce::Component*> { mainWindow.component (Place::outputGainPanel),
+                                                         mainWindow.component (Place::gainScalePanel),
+                                                         &mainWindow.burgerMenu() })
+    {
+        const auto place = getLocalArea (panel, panel->getLocalBounds());
+
+        if (panel->isVisible() && place.intersects (toolTips->getBounds()))
+            toolTips->setTopLeftPosition (toolTips->getX(), place.getBottom() + gapBelowPanel);
+    }
 }
 
 //======================================================================================================================
@@ -474,7 +503,7 @@ void VelmoraAudioProcessorEditor::act (HoverRules::Action action)
         case Action::hideGainScalePanel:
             return dropDowns.hide (Place::gainScalePanel);
         case Action::showBurgerMenu:
-            return overlays.showMenu();
+            return showMenu();
         case Action::closeOverlays:
             return overlays.closeWindows();
         case Action::clearToggles:
@@ -524,6 +553,7 @@ void VelmoraAudioProcessorEditor::timerCallback()
     overlays.advance();
 
     dropDowns.advance();
+    keepTipOffPanels();
     mainWindow.room().serveTransport();
 
     const auto repaintForced = clock.advanceForcedRepaint();

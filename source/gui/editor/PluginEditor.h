@@ -95,6 +95,8 @@ private:
     void hideAnalysis();
     void adoptNewTarget();
     void applyToolTipSetting();
+    void keepTipOffPanels();
+    void showMenu();
     void openPresetMenu();
 
     [[nodiscard]] HoverRules::Target hoverTargetOf (const juce::Component* component) const;

@@ -269,6 +269,61 @@ TEST_F (EditorMenuTest, smartBandsAreOfferedWhenTheTargetHasSettledAndTheTranspo
     EXPECT_EQ (menu().getHeight(), 60);
 }
 
+TEST_F (EditorMenuTest, aPanelGivesWayToTheMenuAtOnce)
+{
+    editor->hoverOver (Target::outputGainButton);
+    ASSERT_TRUE (editor->main().isShowingPlace (Place::outputGainPanel));
+    openMenu();
+    EXPECT_TRUE (shows (State::menu));
+    EXPECT_FALSE (editor->main().isShowingPlace (Place::outputGainPanel));
+}
+
+TEST_F (EditorMenuTest, aTipStandsBelowWhatThePointerHasOpened)
+{
+    processor.model.showToolTips = true;
+    editor->actionListenerCallback ("SETTINGS-CLOSE");
+    editor->buttons().settingsButton.triggerClick();
+    Messages::deliver();
+    editor->hoverOver (Target::gainScaleButton);
+    auto* panel = editor->main().component (Place::gainScalePanel);
+    ASSERT_TRUE (panel->isVisible());
+    juce::TooltipWindow* tip = nullptr;
+
+    for (auto* child : editor->getChildren())
+        if (auto* found = dynamic_cast<juce::TooltipWindow*> (child))
+            tip = found;
+
+    ASSERT_NE (tip, nullptr);
+    const auto panelBounds = editor->getLocalArea (panel, panel->getLocalBounds());
+    tip->setVisible (true);
+    tip->setBounds (panelBounds.reduced (20));
+    editor->timerCallback();
+    EXPECT_FALSE (tip->getBounds().intersects (panelBounds));
+    EXPECT_EQ (tip->getY(), panelBounds.getBottom() + 6);
+}
+
+TEST_F (EditorMenuTest, settingsThatGiveWayToAPanelActAsIfTheyHadBeenClosed)
+{
+    const auto tips = [this]
+    {
+        auto count = 0;
+
+        for (const auto* child : editor->getChildren())
+            count += dynamic_cast<const juce::TooltipWindow*> (child) != nullptr ? 1 : 0;
+
+        return count;
+    };
+    processor.model.showToolTips = false;
+    editor->actionListenerCallback ("SETTINGS-CLOSE");
+    click (editor->buttons().settingsButton);
+    ASSERT_TRUE (editor->main().isShowingPlace (Place::settingsWindow));
+    processor.model.showToolTips = true;
+    EXPECT_EQ (tips(), 0);
+    editor->hoverOver (Target::outputGainButton);
+    EXPECT_FALSE (editor->main().isShowingPlace (Place::settingsWindow));
+    EXPECT_EQ (tips(), 1);
+}
+
 TEST_F (EditorMenuTest, smartBandsAreNotOfferedWhileTheTransportRuns)
 {
     transport (true);
