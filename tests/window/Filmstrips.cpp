@@ -29,6 +29,8 @@ const HungBand voice { 2400.0, -6.0 };
 
 void open (PluginWindow& window)
 {
+    // The scales at the room's sides would glow.
+    window.setSilent (true);
     // Without a target nothing pulses while it waits to be measured.
     constexpr float presetCount = 131.0f;
     window.setNormalised ("Current Preset", 1.0f / presetCount);
