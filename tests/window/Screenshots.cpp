@@ -68,7 +68,8 @@ void crossTheLimitsOfMaster (PluginWindow& window)
     window.moveAway();
 }
 
-/** The pointer over a button of the top row, so many pixels from the window's right edge, until what it opens is open. */
+/** The pointer over a button of the top row, so many pixels from the window's right edge, until what it opens is open.
+ */
 void pointAtButton (PluginWindow& window, int fromRight)
 {
     constexpr int buttonY = 20;
