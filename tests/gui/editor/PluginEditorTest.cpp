@@ -45,6 +45,18 @@ protected:
         editor->stopTimer();
     }
 
+    /** Until the room has drawn what it had to draw when it opened. */
+    void awaitWalls()
+    {
+        const auto& worker = editor->main().room().wallWorker();
+        const auto end = worker.tickCount() + 2;
+
+        while (worker.tickCount() < end)
+            std::this_thread::yield();
+
+        Messages::deliver();
+    }
+
     void tick (int times)
     {
         for (auto i = 0; i < times; ++i)
@@ -538,6 +550,7 @@ TEST_F (PluginEditorTest, switchingTheHeatMapRepaintsForSomeSeconds)
     processor.model.setShowHeatmap (true);
     open();
     tick (EditorClock::repaintTicks);
+    awaitWalls();
     auto repaints = 0;
     editor->setCachedComponentImage (new RepaintCounter (*editor, repaints));
     repaints = 0;
