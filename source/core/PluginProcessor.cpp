@@ -30,7 +30,13 @@ VelmoraAudioProcessor::VelmoraAudioProcessor (const HostDescription& description
       engine (model, [this] { return isOfflineRender(); }),
       router (model, engine, { [this] { updateLatency (false); }, [this] (int id) { choosePreset (id); } }),
       analysis (model, target, [this] { return loudnessMeters().inputLoudness(); }),
-      audioCallback (model, engine, analysis, host, hostDescription, [this] { return isOfflineRender(); }),
+      audioCallback (model,
+                     engine,
+                     analysis,
+                     referenceTracks.audition,
+                     host,
+                     hostDescription,
+                     [this] { return isOfflineRender(); }),
       latencyReport ([this] { setLatencySamples (latencyToReport()); })
 {
     noteMessageThread();
@@ -49,7 +55,8 @@ VelmoraAudioProcessor::VelmoraAudioProcessor (const HostDescription& description
     router.addListeners (*parameters);
     mainBypassToken = model.channels.add ([this] { router.applyMainBypass(); }, Channels::mainBypass);
     parameters->state = juce::ValueTree ("ZVQ_Processor");
-    session = std::make_unique<SessionState> (model, *parameters, presets, [this] { adoptReplacedParameters(); });
+    session = std::make_unique<SessionState> (
+        model, *parameters, presets, referenceTracks, [this] { adoptReplacedParameters(); });
 
     choosePreset (Presets::balancedMasterId);
     engine.startWorkers();
@@ -117,6 +124,9 @@ void VelmoraAudioProcessor::prepareToPlay (double sampleRate, int maxBlock)
     analysis.prepare();
     model.setTargetsReady (false, false);
     model.setSmartBandsReady (false, false);
+
+    // A host may restore a session before it tells its rate; its tracks are asked for now.
+    referenceTracks.setSession (sampleRate, decimationFactorFor (sampleRate));
 
     if (sampleRate == 0.0)
         return;

@@ -8,6 +8,7 @@
 #include "core/model/HostTraits.h"
 #include "core/model/PluginModel.h"
 #include "core/presets/Presets.h"
+#include "core/references/ReferenceTrackModel.h"
 #include "core/session/SessionState.h"
 #include "core/session/SettingsUtilities.h"
 #include "dsp/threads/ChangeCount.h"
@@ -110,6 +111,7 @@ public:
     PluginModel model;
     Presets::Library presets;
     TargetSet target;
+    ReferenceTrackModel referenceTracks { presets, target };
 
 private:
     void timerCallback() override;

@@ -136,8 +136,13 @@ TEST_P (LayoutTest, passesTheInputsAndClearsTheOtherOutputs)
     auto& model = rig.processor.model;
     const auto description = PluginRig::plainHost();
     const HostTraits host (description);
-    AudioCallback callback (
-        model, rig.processor.bandEngine(), rig.processor.liveAnalysis(), host, description, [] { return false; });
+    AudioCallback callback (model,
+                            rig.processor.bandEngine(),
+                            rig.processor.liveAnalysis(),
+                            rig.processor.referenceTracks.audition,
+                            host,
+                            description,
+                            [] { return false; });
     model.numChannels = inputs;
     model.isStereo = inputs == 2;
     callback.updateLatency (model.baseLatency);

@@ -30,12 +30,14 @@ bool isStereoBand (const PluginModel& model, int band) noexcept
 AudioCallback::AudioCallback (PluginModel& modelToUse,
                               BandEngine& engineToUse,
                               LiveAnalysis& analysisToUse,
+                              TrackAudition& auditionToUse,
                               const HostTraits& hostToUse,
                               const HostDescription& descriptionToUse,
                               std::function<bool()> isOfflineToUse)
     : model (modelToUse),
       engine (engineToUse),
       analysis (analysisToUse),
+      audition (auditionToUse),
       host (hostToUse),
       description (descriptionToUse),
       isOffline (std::move (isOfflineToUse)),
@@ -101,10 +103,17 @@ void AudioCallback::process (juce::AudioBuffer<float>& buffer,
         return;
     }
 
-    const auto snapshot = takeSnapshot();
     const auto sampleCount = buffer.getNumSamples();
-    const auto longestPiece = model.maxBlockSize.load();
     auto* const* channels = buffer.getArrayOfWritePointers();
+
+    if (audition.play (channels, inputCount, sampleCount))
+    {
+        model.currentBlockSize = sampleCount;
+        return;
+    }
+
+    const auto snapshot = takeSnapshot();
+    const auto longestPiece = model.maxBlockSize.load();
 
     // Usually one piece; more when the host's block is larger than it announced.
     for (int start = 0; start == 0 || start < sampleCount; start += longestPiece)

@@ -6,6 +6,7 @@
 #include "core/audio/LoudnessMeters.h"
 #include "core/model/HostTraits.h"
 #include "core/model/PluginModel.h"
+#include "core/references/TrackAudition.h"
 #include "dsp/path/BypassDelay.h"
 #include "dsp/path/PathMixer.h"
 #include "dsp/path/PublishedLength.h"
@@ -26,6 +27,7 @@ public:
     AudioCallback (PluginModel& model,
                    BandEngine& engine,
                    LiveAnalysis& analysis,
+                   TrackAudition& audition,
                    const HostTraits& host,
                    const HostDescription& description,
                    std::function<bool()> isOffline);
@@ -81,6 +83,7 @@ private:
     PluginModel& model;
     BandEngine& engine;
     LiveAnalysis& analysis;
+    TrackAudition& audition;
     const HostTraits& host;
     const HostDescription& description;
     const std::function<bool()> isOffline;

@@ -15,6 +15,9 @@ struct TrackLoop
 
     /** Made when the record is; never saved. */
     juce::int64 id = 0;
+
+    /** Milliseconds since the epoch, but never twice the same: for tracks and for regions. Any thread. */
+    [[nodiscard]] static juce::int64 makeId();
 };
 
 /** A reference track that a session asks for. */
@@ -23,4 +26,7 @@ struct ReferenceTrackRequest
     juce::String filePath;
     juce::String displayName;
     std::vector<TrackLoop> loops;
+
+    /** Whether it is the current track. Saved, and not read: the track that is loaded last becomes the current one. */
+    bool selected = false;
 };

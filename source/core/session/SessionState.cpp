@@ -24,20 +24,6 @@ juce::String levelName (std::size_t band)
 {
     return "lufs-" + juce::String (static_cast<int> (band));
 }
-
-/** Milliseconds since the epoch, but never an id twice. */
-juce::int64 makeId()
-{
-    static std::atomic<juce::int64> last { 0 };
-    auto previous = last.load();
-    juce::int64 next;
-
-    do
-        next = std::max (juce::Time::currentTimeMillis(), previous + 1);
-    while (! last.compare_exchange_weak (previous, next));
-
-    return next;
-}
 } // namespace
 
 //======================================================================================================================
@@ -57,10 +43,12 @@ private:
 SessionState::SessionState (PluginModel& modelToUse,
                             juce::AudioProcessorValueTreeState& parametersToUse,
                             Presets::Library& presetsToUse,
+                            IReferenceTracks& tracksToUse,
                             std::function<void()> adoptedToUse)
     : model (modelToUse),
       parameters (parametersToUse),
       presets (presetsToUse),
+      tracks (tracksToUse),
       adopted (std::move (adoptedToUse)),
       treeType (parameters.state.getType())
 {
@@ -70,33 +58,33 @@ SessionState::SessionState (PluginModel& modelToUse,
 void SessionState::write (juce::MemoryBlock& destination)
 {
     const auto state = parameters.copyState();
-    writeBlock (state, Tracks::written, destination);
+    writeBlock (state, tracks.sessionTracks(), destination);
 
     // Stores that were filled since may be too much beside the tracks, and a block that nobody can read loses all.
     if (! SessionXml::mayBeParsed (destination.getData(), static_cast<int> (destination.getSize())))
-        writeBlock (state, Tracks::leftOut, destination);
+        writeBlock (state, {}, destination);
 }
 
-void SessionState::writeBlock (const juce::ValueTree& state, Tracks which, juce::MemoryBlock& destination) const
+void SessionState::writeBlock (const juce::ValueTree& state,
+                               const Requests& requests,
+                               juce::MemoryBlock& destination) const
 {
     const auto root = state.createXml();
 
     if (root == nullptr)
         return;
 
-    SessionXml::appendChildren (*root, makeElementsBeside (which));
+    SessionXml::appendChildren (*root, makeElementsBeside (requests));
     juce::AudioProcessor::copyXmlToBinary (*root, destination);
 }
 
-SessionXml::Elements SessionState::makeElementsBeside (Tracks which) const
+SessionXml::Elements SessionState::makeElementsBeside (const Requests& requests) const
 {
     const std::scoped_lock lock (sessionLock);
     SessionXml::Elements elements;
 
-    // The track that was loaded last is the current one.
-    if (which == Tracks::written)
-        for (std::size_t index = 0; index < tracks.size(); ++index)
-            elements.push_back (makeTrackElement (tracks[index], index + 1 == tracks.size()));
+    for (const auto& request : requests)
+        elements.push_back (makeTrackElement (request));
 
     elements.push_back (makeSettingsElement());
 
@@ -110,14 +98,13 @@ SessionXml::Elements SessionState::makeElementsBeside (Tracks which) const
     return elements;
 }
 
-std::unique_ptr<juce::XmlElement> SessionState::makeTrackElement (const ReferenceTrackRequest& track,
-                                                                  bool selected) const
+std::unique_ptr<juce::XmlElement> SessionState::makeTrackElement (const ReferenceTrackRequest& track)
 {
     auto element = std::make_unique<juce::XmlElement> (Tags::track);
     element->setAttribute ("file-name", SessionXml::fileNameOf (track.filePath));
     element->setAttribute ("display-name", track.displayName);
     element->setAttribute ("file-path", track.filePath);
-    element->setAttribute ("selected", selected ? 1 : 0);
+    element->setAttribute ("selected", track.selected ? 1 : 0);
 
     SessionXml::Elements loops;
 
@@ -159,8 +146,10 @@ void SessionState::read (const void* data, int size)
 
     if (const auto root = SessionXml::parse (data, size))
     {
-        std::size_t tracksBefore = 0;
-        std::size_t tracksNow = 0;
+        Requests requests;
+
+        for (const auto* child : root->getChildWithTagNameIterator (Tags::track))
+            requests.push_back (trackIn (*child));
 
         {
             const std::scoped_lock lock (sessionLock);
@@ -173,21 +162,13 @@ void SessionState::read (const void* data, int size)
             if (lastSettings != nullptr)
                 readSettingsElement (*lastSettings);
 
-            tracksBefore = tracks.size();
-
-            for (const auto* child : root->getChildWithTagNameIterator (Tags::track))
-                readTrackElement (*child);
-
-            tracksNow = tracks.size();
             readStores (*root);
         }
 
         if (root->getTagName() == treeType.toString())
             replaceParameters (juce::ValueTree::fromXml (*root));
 
-        if (tracksNow > tracksBefore)
-            dropTracksIfUnreadable (tracksBefore);
-
+        restoreTracks (std::move (requests));
         adopted();
     }
 
@@ -219,33 +200,33 @@ void SessionState::readSettingsElement (const juce::XmlElement& element)
     model.maxThreadPriority = element.getIntAttribute ("max-thread-priority", 0);
 }
 
-void SessionState::readTrackElement (const juce::XmlElement& element)
+ReferenceTrackRequest SessionState::trackIn (const juce::XmlElement& element)
 {
-    ReferenceTrackRequest track { element.getStringAttribute ("file-path"),
-                                  element.getStringAttribute ("display-name"),
-                                  {} };
+    ReferenceTrackRequest track {
+        element.getStringAttribute ("file-path"), element.getStringAttribute ("display-name"), {}, false
+    };
 
     for (const auto* child : element.getChildWithTagNameIterator (Tags::loop))
         track.loops.push_back ({ child->getIntAttribute ("start-samples", 0),
                                  child->getIntAttribute ("end-samples", 0),
                                  child->getBoolAttribute ("active", false),
-                                 makeId() });
+                                 TrackLoop::makeId() });
 
-    tracks.push_back (std::move (track));
+    return track;
 }
 
-void SessionState::dropTracksIfUnreadable (std::size_t keptCount)
+void SessionState::restoreTracks (Requests requests)
 {
-    juce::MemoryBlock written;
-    writeBlock (parameters.copyState(), Tracks::written, written);
-
-    if (SessionXml::mayBeParsed (written.getData(), static_cast<int> (written.getSize())))
+    if (requests.empty())
         return;
 
-    const std::scoped_lock lock (sessionLock);
+    auto all = tracks.sessionTracks();
+    all.insert (all.end(), requests.begin(), requests.end());
+    juce::MemoryBlock written;
+    writeBlock (parameters.copyState(), all, written);
 
-    if (tracks.size() > keptCount)
-        tracks.resize (keptCount);
+    if (SessionXml::mayBeParsed (written.getData(), static_cast<int> (written.getSize())))
+        tracks.restore (std::move (requests));
 }
 
 void SessionState::readStores (const juce::XmlElement& root)
@@ -327,16 +308,4 @@ bool SessionState::hasStore (int index) const
 {
     const std::scoped_lock lock (sessionLock);
     return parameterStores[static_cast<std::size_t> (index)].isValid();
-}
-
-std::vector<ReferenceTrackRequest> SessionState::referenceTracks() const
-{
-    const std::scoped_lock lock (sessionLock);
-    return tracks;
-}
-
-void SessionState::removeReferenceTracks()
-{
-    const std::scoped_lock lock (sessionLock);
-    tracks.clear();
 }

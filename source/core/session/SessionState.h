@@ -2,7 +2,7 @@
 
 #include "core/model/PluginModel.h"
 #include "core/presets/Presets.h"
-#include "core/session/ReferenceTrackRequest.h"
+#include "core/session/IReferenceTracks.h"
 #include "core/session/SessionXml.h"
 
 #include <juce_audio_processors/juce_audio_processors.h>
@@ -19,16 +19,18 @@
     notification is sent all the same. Some of it is written and never read, or written as a decimal and read as a whole
     number; sessions of users hang on that, so it stays.
 
-    Calls may come from any thread but the audio thread. A mutex guards stores, tracks and flags; the parameter tree has
+    Calls may come from any thread but the audio thread. A mutex guards stores and flags; the parameter tree has
     a lock of its own. */
 class SessionState
 {
 public:
-    /** @param adopted told when parameters and USER SETTING stand as a block, or the other side of the comparison, has
+    /** @param tracks  outlives this object
+        @param adopted told when parameters and USER SETTING stand as a block, or the other side of the comparison, has
                        them, and nobody else was told yet; on the thread that did it */
     SessionState (PluginModel& model,
                   juce::AudioProcessorValueTreeState& parameters,
                   Presets::Library& presets,
+                  IReferenceTracks& tracks,
                   std::function<void()> adopted);
 
     /** What this writes can always be read again: if need be, without the tracks. */
@@ -58,32 +60,23 @@ public:
     [[nodiscard]] bool comparisonUsed() const noexcept { return used.load (std::memory_order_relaxed); }
     [[nodiscard]] bool hasStore (int index) const;
 
-    //==================================================================================================================
-    /** The reference tracks that sessions asked for, in order of arrival. They go into the block until they are
-     * removed. */
-    [[nodiscard]] std::vector<ReferenceTrackRequest> referenceTracks() const;
-    void removeReferenceTracks();
-
 private:
     /** Raises the mark for the length of a restore. */
     class ScopedRestoring;
 
-    enum class Tracks
-    {
-        written,
-        leftOut
-    };
+    using Requests = std::vector<ReferenceTrackRequest>;
 
-    void writeBlock (const juce::ValueTree& state, Tracks which, juce::MemoryBlock& destination) const;
+    void writeBlock (const juce::ValueTree& state, const Requests& requests, juce::MemoryBlock& destination) const;
 
     /** What is kept beside the parameters, in its order. */
-    [[nodiscard]] SessionXml::Elements makeElementsBeside (Tracks which) const;
-    [[nodiscard]] std::unique_ptr<juce::XmlElement> makeTrackElement (const ReferenceTrackRequest& track,
-                                                                      bool selected) const;
+    [[nodiscard]] SessionXml::Elements makeElementsBeside (const Requests& requests) const;
+    [[nodiscard]] static std::unique_ptr<juce::XmlElement> makeTrackElement (const ReferenceTrackRequest& track);
     [[nodiscard]] std::unique_ptr<juce::XmlElement> makeSettingsElement() const;
     void readSettingsElement (const juce::XmlElement& element);
-    void readTrackElement (const juce::XmlElement& element);
-    void dropTracksIfUnreadable (std::size_t keptCount);
+    [[nodiscard]] static ReferenceTrackRequest trackIn (const juce::XmlElement& element);
+
+    /** Asks for tracks, unless what is saved with them could not be read again. */
+    void restoreTracks (Requests requests);
     void readStores (const juce::XmlElement& root);
 
     /** Under the session's lock. */
@@ -94,6 +87,7 @@ private:
     PluginModel& model;
     juce::AudioProcessorValueTreeState& parameters;
     Presets::Library& presets;
+    IReferenceTracks& tracks;
     const std::function<void()> adopted;
 
     /** Kept by itself, since another thread may be replacing the tree that is asked. */
@@ -101,7 +95,6 @@ private:
 
     mutable std::mutex sessionLock;
     std::array<juce::ValueTree, 2> parameterStores;
-    std::vector<ReferenceTrackRequest> tracks;
     std::atomic<bool> selectedA { true };
     std::atomic<bool> used { false };
     std::atomic<int> restoring { 0 }; ///< how many threads are at it

@@ -268,6 +268,7 @@ TEST_F (AudioCallbackTest, aBlockGoesByTheMainBypassWithWhichItBegan)
     AudioCallback callback (model,
                             rig.processor.bandEngine(),
                             rig.processor.liveAnalysis(),
+                            rig.processor.referenceTracks.audition,
                             host,
                             description,
                             [&]

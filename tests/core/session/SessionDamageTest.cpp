@@ -201,8 +201,8 @@ TEST_F (SessionDamageTest, aDocumentTypeInANameIsOnlyText)
     juce::XmlElement root ("FOREIGN");
     root.createNewChildElement ("reference-track")->setAttribute ("display-name", name);
     load (other.processor, wrapXml (root));
-    ASSERT_EQ (other.processor.sessionState().referenceTracks().size(), 1u);
-    EXPECT_EQ (other.processor.sessionState().referenceTracks()[0].displayName, name);
+    ASSERT_EQ (other.processor.referenceTracks.sessionTracks().size(), 1u);
+    EXPECT_EQ (other.processor.referenceTracks.sessionTracks()[0].displayName, name);
 }
 
 TEST_F (SessionDamageTest, blocksOfTensOfMegabytesAreIgnored)
@@ -234,7 +234,7 @@ TEST_F (SessionDamageTest, blocksBelowTheBoundsThatHoldAsMuchAsTheyMayAreReadInB
     loadText (third.processor,
               "<FOREIGN><reference-track file-path=\"/a\">" + repeated ("<loop/>", 6000) + "</reference-track>"
                   + repeated ("<reference-track file-path=\"/b\"/>", 8000) + "</FOREIGN>");
-    EXPECT_EQ (third.processor.sessionState().referenceTracks().size(), 8001u);
+    EXPECT_EQ (third.processor.referenceTracks.sessionTracks().size(), 8001u);
     EXPECT_TRUE (save (third.processor).getSize() > 14000u * 8u);
 }
 
@@ -245,7 +245,7 @@ TEST_F (SessionDamageTest, tracksWithWhichASavedSessionCouldNotBeReadAreLeftOut)
               "<FOREIGN><settings width=\"700\"/><reference-track file-path=\"/a\"/>"
                   + repeated ("<reference-track file-path=\"/b\"/>", 15000) + "</FOREIGN>");
     EXPECT_EQ (other.processor.model.windowWidth, 700);
-    EXPECT_THAT (other.processor.sessionState().referenceTracks(), testing::IsEmpty());
+    EXPECT_THAT (other.processor.referenceTracks.sessionTracks(), testing::IsEmpty());
 }
 
 TEST_F (SessionDamageTest, aSessionLoadedOverAndOverCanStillBeRead)
@@ -258,14 +258,14 @@ TEST_F (SessionDamageTest, aSessionLoadedOverAndOverCanStillBeRead)
     for (int round = 0; round < 18; ++round)
     {
         load (other.processor, save (other.processor));
-        const auto now = other.processor.sessionState().referenceTracks().size();
+        const auto now = other.processor.referenceTracks.sessionTracks().size();
         EXPECT_GE (now, trackCount);
         trackCount = now;
     }
 
     PluginRig next;
     load (next.processor, save (other.processor));
-    EXPECT_EQ (next.processor.sessionState().referenceTracks().size(), trackCount);
+    EXPECT_EQ (next.processor.referenceTracks.sessionTracks().size(), trackCount);
     EXPECT_EQ (trackCount, 8192u);
 }
 
@@ -309,7 +309,7 @@ TEST_F (SessionDamageTest, whatIsWrittenCanAlwaysBeReadAgain)
 
     // As many tracks as can be read beside empty stores are too many beside full ones.
     loadText (tracks.processor, tree (parameter ("5.0") + repeated ("<reference-track file-path=\"/b\"/>", 13030)));
-    ASSERT_EQ (tracks.processor.sessionState().referenceTracks().size(), 13030u);
+    ASSERT_EQ (tracks.processor.referenceTracks.sessionTracks().size(), 13030u);
     readAgain (tracks, 5.0f);
 }
 
@@ -336,12 +336,12 @@ TEST_F (SessionDamageTest, attributesAreReadUpToTheirBound)
 {
     PluginRig other;
     loadText (other.processor, "<FOREIGN><reference-track file-path=\"" + repeated ("a b", 20000) + "\"/></FOREIGN>");
-    EXPECT_EQ (other.processor.sessionState().referenceTracks().at (0).filePath.length(), 60000);
+    EXPECT_EQ (other.processor.referenceTracks.sessionTracks().at (0).filePath.length(), 60000);
 
     // Written again, a quotation mark takes six characters.
     PluginRig third;
     loadText (third.processor, "<FOREIGN><reference-track file-path='" + repeated ("\"", 5000) + "'/></FOREIGN>");
-    EXPECT_EQ (third.processor.sessionState().referenceTracks().at (0).filePath.length(), 5000);
+    EXPECT_EQ (third.processor.referenceTracks.sessionTracks().at (0).filePath.length(), 5000);
     EXPECT_TRUE (
         SessionXml::parse (save (third.processor).getData(), static_cast<int> (save (third.processor).getSize()))
         != nullptr);
@@ -362,7 +362,7 @@ public:
         const auto parametersBefore = sessions::parameterValues (processor);
         const auto widthBefore = processor.model.windowWidth.load();
         const auto lufsBefore = sessions::userSetting (processor).lufs;
-        processor.sessionState().removeReferenceTracks();
+        processor.referenceTracks.forgetKeptRequests();
         processor.model.setStateInformationSet (false, false);
 
         sessions::load (processor, block);
@@ -390,7 +390,7 @@ public:
             for (const auto* child : xml->getChildIterator())
                 expectedTracks += child->hasTagName ("reference-track") ? 1 : 0;
 
-        EXPECT_EQ (static_cast<int> (processor.sessionState().referenceTracks().size()), expectedTracks);
+        EXPECT_EQ (static_cast<int> (processor.referenceTracks.sessionTracks().size()), expectedTracks);
         expectParametersInRange (parameters);
         return xml != nullptr;
     }
@@ -483,14 +483,14 @@ TEST (GoldenSessionTest, aPlainSessionOfTheFirstVersionLoads)
 
     PluginRig rig;
     sessions::fillSession (rig);
-    rig.processor.sessionState().removeReferenceTracks();
+    rig.processor.referenceTracks.forgetKeptRequests();
     load (rig.processor, golden);
     EXPECT_EQ (sessions::parameterValues (rig.processor), sessions::parameterValues (source.processor));
     EXPECT_EQ (rig.processor.model.windowWidth, 680);
     EXPECT_TRUE (rig.processor.sessionState().comparisonASelected());
     EXPECT_EQ (rig.processor.model.targetScaleDb, 12.0f);
     EXPECT_FALSE (rig.processor.model.targetSetByUser);
-    EXPECT_TRUE (rig.processor.sessionState().referenceTracks().empty());
+    EXPECT_TRUE (rig.processor.referenceTracks.sessionTracks().empty());
 
     PluginRig fresh;
     load (fresh.processor, golden);
@@ -517,8 +517,8 @@ TEST (GoldenSessionTest, aFullSessionOfTheFirstVersionLoads)
     EXPECT_TRUE (model.targetSetByUser);
     EXPECT_EQ (model.targetScaleDb, 6.0f);
     EXPECT_EQ (model.maxThreadPriority, 7);
-    EXPECT_EQ (rig.processor.sessionState().referenceTracks().size(), 2u);
-    EXPECT_EQ (rig.processor.sessionState().referenceTracks()[0].loops.size(), 2u);
+    EXPECT_EQ (rig.processor.referenceTracks.sessionTracks().size(), 2u);
+    EXPECT_EQ (rig.processor.referenceTracks.sessionTracks()[0].loops.size(), 2u);
     EXPECT_TRUE (save (rig.processor) == golden);
 
     rig.processor.sessionState().compareSwitch (false);

@@ -185,7 +185,7 @@ TEST_F (SessionStateTest, aSessionComesBackWhole)
     EXPECT_EQ (other.processor.target.targetLufs, -9.75f) << "USER SETTING is the preset of this session";
     EXPECT_EQ (other.processor.target.targetValues[3], -23.125f);
 
-    const auto tracks = other.processor.sessionState().referenceTracks();
+    const auto tracks = other.processor.referenceTracks.sessionTracks();
     ASSERT_EQ (tracks.size(), 2u);
     EXPECT_EQ (tracks[0].filePath, "/music/a \"song\".wav");
     EXPECT_EQ (tracks[0].displayName, "First & best");
@@ -358,7 +358,7 @@ TEST_F (SessionStateTest, fileNameAndSelectionAreWrittenAndNeverRead)
 TEST_F (SessionStateTest, aLoopWithoutAttributesIsEmptyAndUnused)
 {
     loadElements (processor, "<reference-track file-path=\"/a.wav\"><loop/></reference-track>");
-    const auto loop = state.referenceTracks().at (0).loops.at (0);
+    const auto loop = rig.processor.referenceTracks.sessionTracks().at (0).loops.at (0);
     EXPECT_EQ (loop.startSamples, 0);
     EXPECT_EQ (loop.endSamples, 0);
     EXPECT_FALSE (loop.active);
@@ -371,7 +371,7 @@ TEST_F (SessionStateTest, loopsGetFreshIdsThatAreNotSaved)
     loadElements (processor, track + track);
     std::set<juce::int64> ids;
 
-    for (const auto& loaded : state.referenceTracks())
+    for (const auto& loaded : rig.processor.referenceTracks.sessionTracks())
         for (const auto& loop : loaded.loops)
         {
             EXPECT_GE (loop.id, before);
@@ -391,7 +391,7 @@ TEST_F (SessionStateTest, loadingABlockTwiceQueuesItsTracksTwice)
     loadElements (processor, tracks);
     std::vector<juce::String> paths;
 
-    for (const auto& track : state.referenceTracks())
+    for (const auto& track : rig.processor.referenceTracks.sessionTracks())
         paths.push_back (track.filePath);
 
     EXPECT_THAT (paths, ElementsAre ("/a.wav", "/b.wav", "/a.wav", "/b.wav"));
@@ -415,8 +415,8 @@ TEST_F (SessionStateTest, aBlockWithoutTracksLeavesThoseThereAre)
 {
     loadElements (processor, "<reference-track file-path=\"/a.wav\"/>");
     loadElements (processor, "<settings/>");
-    EXPECT_EQ (state.referenceTracks().size(), 1u);
-    state.removeReferenceTracks();
+    EXPECT_EQ (rig.processor.referenceTracks.sessionTracks().size(), 1u);
+    rig.processor.referenceTracks.forgetKeptRequests();
     EXPECT_EQ (saved()->getChildByName ("reference-track"), nullptr);
 }
 
@@ -463,7 +463,7 @@ TEST_F (SessionStateTest, aForeignRootLeavesTheParametersAndAppliesTheRest)
 
     EXPECT_EQ (sessions::parameterValues (processor), before);
     EXPECT_EQ (processor.model.windowWidth, 800);
-    EXPECT_EQ (state.referenceTracks().size(), 1u);
+    EXPECT_EQ (rig.processor.referenceTracks.sessionTracks().size(), 1u);
     EXPECT_TRUE (state.hasStore (0));
     EXPECT_TRUE (processor.model.stateInformationSet());
     EXPECT_EQ (processor.model.storedBandGains[2], 5.0f);
