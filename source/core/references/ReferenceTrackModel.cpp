@@ -320,7 +320,12 @@ void ReferenceTrackModel::rebuildOutline (ReferenceTrack& track) const
 
 void ReferenceTrackModel::createTargets (const TargetCreation::Progress& progress)
 {
-    creation.run (tracks(), progress, presets, target);
+    auto all = tracks();
+
+    if (all.empty())
+        progress (100);
+    else
+        creation.run (std::move (all), progress, presets, target);
 }
 
 void ReferenceTrackModel::say (const char* message, const juce::String& argument)

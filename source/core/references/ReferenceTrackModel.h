@@ -78,6 +78,9 @@ public:
         thread. */
     void enqueue (ReferenceTrackRequest request);
 
+    /** Whether a request waits or is being served. Any thread but the audio thread. */
+    [[nodiscard]] bool isLoading() const { return loadQueue.isBusy(); }
+
     /** All tracks in order of arrival, those that are being loaded too. Any thread but the audio thread. */
     [[nodiscard]] std::vector<TrackPtr> tracks() const;
 
