@@ -49,13 +49,13 @@ TrackConversion::TrackConversion (juce::AudioSource& source,
     resampler.prepareToPlay (blockLength, fileRate);
 }
 
-int TrackConversion::take (juce::AudioBuffer<float>& block)
+int TrackConversion::take (juce::AudioBuffer<float>& block, int start)
 {
     const auto count = std::min (blockLength, sampleCount - taken);
 
     if (count > 0)
     {
-        resampler.getNextAudioBlock ({ &block, 0, count });
+        resampler.getNextAudioBlock ({ &block, start, count });
         taken += count;
     }
 

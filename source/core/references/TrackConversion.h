@@ -30,9 +30,10 @@ public:
     /** The whole length at the session's rate, with its fraction. */
     [[nodiscard]] double expectedLength() const noexcept { return length; }
 
-    /** Puts the next samples at the block's start, every one finite, and says how many; 0 when all are out.
-        @param block of blockLength samples at least, and as many channels as were asked for */
-    [[nodiscard]] int take (juce::AudioBuffer<float>& block);
+    /** Puts the next samples into a block, every one finite, and says how many; 0 when all are out.
+        @param block of as many channels as were asked for
+        @param start from where on the block is filled; blockLength samples must fit behind it */
+    [[nodiscard]] int take (juce::AudioBuffer<float>& block, int start = 0);
 
 private:
     /** A sample that is no number would stay in the converter's filter for good, so none gets that far. */
