@@ -1,4 +1,5 @@
 #include "hosts/ChunkHelper.h"
+#include "hosts/TrackSession.h"
 
 #include <gtest/gtest.h>
 
@@ -21,6 +22,9 @@ int main (int argumentCount, char** arguments)
 
     if (ChunkHelper::isAskedFor (argumentCount, arguments))
         return ChunkHelper::run (arguments);
+
+    if (TrackSession::isAskedFor (argumentCount, arguments))
+        return TrackSession::run (arguments);
 
     return RUN_ALL_TESTS();
 }

@@ -291,7 +291,9 @@ TEST_F (ReferenceTrackModelTest, aTrackCanBeRemovedWhileItLoads)
     log.texts.clear();
     ask (path);
     PluginRig::serveMessagesUntil ([this] { return model->tracks().size() == 2; });
+    const auto track = model->selectedTrack();
     model->removeSelectedTrack();
+    EXPECT_TRUE (track->loaded) << "the load ended before the track went";
     EXPECT_THAT (names(), ElementsAre ("FIRST"));
     EXPECT_EQ (model->selectedTrack(), model->tracks()[0]);
     waitForLoads();
