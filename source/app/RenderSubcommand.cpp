@@ -39,6 +39,7 @@ struct RenderOptions
     std::string targetFile;
     bool smartBands = false;
     bool keepOld = false;
+    bool overwrite = false;
 
     std::string phase = "linear";
     std::string mode = "master";
@@ -123,8 +124,11 @@ struct RenderOptions
                 command.common.references.push_back (track.path);
         }
 
+        // A list of references in which OUT was forgotten ends in a recording.
         if (keepOld)
             command.common.existing = command.folder.empty() ? Existing::refuse : Existing::skip;
+        else if (! overwrite && command.folder.empty() && ! command.common.references.empty())
+            command.common.existing = Existing::replaceOwn;
 
         command.run();
     }
@@ -146,6 +150,15 @@ void addSoundOptions (CLI::App& app, RenderOptions& options)
         ->check (numberWithin (0.0, 200.0, " percent"));
     setUp (app.add_option ("--output-gain", options.outputGainDb, "Gain behind the equaliser, -12 to 12"), "DB")
         ->check (numberWithin (-12.0, 12.0, " dB"));
+}
+
+/** What may become of a file that stands in OUT's place. */
+void addExistingOptions (CLI::App& app, RenderOptions& options)
+{
+    auto* keep = app.add_flag ("--no-overwrite", options.keepOld, "Leave a file alone that stands there already");
+    app.add_flag (
+           "--overwrite", options.overwrite, "With references, replace also a sound file that SOLVANE did not make")
+        ->excludes (keep);
 }
 
 /** How the result is made and told. */
@@ -182,7 +195,7 @@ void addMatchSubcommand (CLI::App& app)
             ->expected (3, CLI::detail::expected_max_vector_size)
             ->allow_extra_args();
     auto* range = ReferenceOptions::addRange (*match);
-    match->add_flag ("--no-overwrite", options->keepOld, "Leave a file alone that stands there already");
+    addExistingOptions (*match, *options);
     addSoundOptions (*match, *options);
     addResultOptions (*match, command);
 
@@ -227,7 +240,7 @@ void addRenderSubcommand (CLI::App& app)
             "--jobs", command.jobs, "Files at a time, 1 to 256; as many as there are processor cores, unless given")
         ->type_name ("N")
         ->check (wholeNumberWithin (1, 256));
-    render->add_flag ("--no-overwrite", options->keepOld, "Leave a file alone that stands there already");
+    addExistingOptions (*render, *options);
     auto* band = render->add_option ("--band", options->bands, bandText)
                      ->type_name ("FREQ,GAIN,Q[,shelf][,ms=VALUE][,solo][,bypass]")
                      ->expected (1)

@@ -37,6 +37,13 @@ const RenderRequest& checked (const RenderRequest& request)
             throw CommandError (ExitCode::unwritableOutput,
                                 "'" + request.output + "' is what is read; it would be lost.");
 
+    if (request.existing == RenderRequest::Existing::replaceOwn && ! StandardStreams::isOutput (request.output)
+        && OutputPlace::holdsForeignSound (fileFor (request.output)))
+        throw CommandError (ExitCode::unwritableOutput,
+                            "'" + request.output
+                                + "' would be replaced, and does not say that SOLVANE made it. If it was meant to be a "
+                                  "reference, OUT was forgotten; if it is OUT, --overwrite replaces it.");
+
     return request;
 }
 

@@ -30,6 +30,9 @@ struct RenderRequest
     {
         replace,
         refuse,
+
+        /** Nothing but what the program has made before, and what is empty. */
+        replaceOwn,
         skip
     };
 

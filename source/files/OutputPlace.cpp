@@ -2,6 +2,7 @@
 
 #include "files/FileInput.h"
 #include "files/SoundStreams.h"
+#include "files/SoundWriter.h"
 
 #include <array>
 #include <string_view>
@@ -148,4 +149,23 @@ std::optional<std::string> OutputPlace::refusal (const fs::path& givenPlace,
 
     const auto objection = objectionTo (place, kind);
     return objection.has_value() ? std::optional (quoted + *objection) : std::nullopt;
+}
+
+bool OutputPlace::holdsForeignSound (const fs::path& place)
+{
+    std::error_code error;
+    auto file = fs::is_regular_file (place, error) ? Descriptor::toRead (place) : Descriptor();
+
+    if (! file.isOpen())
+        return false;
+
+    FileInput stream (std::move (file));
+    SF_INFO info {};
+    const auto handle = SoundStreams::openForReading (stream, info);
+
+    if (handle == nullptr)
+        return false;
+
+    const auto* software = sf_get_string (handle.get(), SF_STR_SOFTWARE);
+    return software == nullptr || ! std::string_view (software).starts_with (SoundWriter::mark);
 }

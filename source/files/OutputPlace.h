@@ -29,4 +29,7 @@ enum class Kind
                                                   Kind kind,
                                                   const std::string& name,
                                                   const std::vector<std::filesystem::path>& spared = {});
+
+/** Whether a sound file stands there that does not say that this product made it: a recording, for all one knows. */
+[[nodiscard]] bool holdsForeignSound (const std::filesystem::path& place);
 } // namespace OutputPlace

@@ -88,6 +88,7 @@ std::unique_ptr<SoundWriter> SoundWriter::create (std::unique_ptr<juce::OutputSt
     }
 
     extras.storeIn (file);
+    sf_set_string (file, SF_STR_SOFTWARE, mark.data());
     return std::unique_ptr<SoundWriter> (
         new SoundWriter (std::move (stream), std::move (sink), std::move (handle), encoding, info));
 }

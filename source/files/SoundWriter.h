@@ -10,6 +10,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 /** Writes a sound file of any kind that SoundEncoding knows, from floating point. Whole numbers go through
@@ -17,6 +18,10 @@
 class SoundWriter final : public juce::AudioFormatWriter
 {
 public:
+    /** What a file that is written here says of the software that made it, before what the library adds. W64 and MP3
+        have no place for it. */
+    static constexpr std::string_view mark = "SOLVANE";
+
     /** Takes an empty stream over that can be set back to its start. Null, with the stream left to the caller, when the
         encoding does not go with that rate, or the stream takes nothing. */
     [[nodiscard]] static std::unique_ptr<SoundWriter> create (std::unique_ptr<juce::OutputStream>& stream,

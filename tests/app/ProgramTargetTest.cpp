@@ -278,6 +278,56 @@ TEST_F (ProgramTargetTest, neverReplacesAReference)
         { "render", "in.wav", "./ref.wav", "--smart-bands", "--reference", "ref.wav" }, 5, "it would be lost");
 }
 
+TEST_F (ProgramTargetTest, aReferenceIsNotTakenForAForgottenOutput)
+{
+    const auto recording = bytesOf (folder.path ("ref.wav"));
+    const std::vector<std::vector<std::string>> forgetful {
+        { "match", "in.wav", "in.wav", "ref.wav" },
+        { "match", "in.wav", "in.wav", "--range", "1-4", "ref.wav" },
+        { "render", "in.wav", "--smart-bands", "--reference", "in.wav", "ref.wav" }
+    };
+
+    for (const auto& arguments : forgetful)
+        expectRefusal (arguments, 5, "'ref.wav' would be replaced, and does not say that SOLVANE made it. If it was");
+
+    // Nor is the input, nor one of another kind.
+    for (const auto* ending : { "flac", "mp3", "aiff", "ogg" })
+    {
+        const auto name = std::string ("other.") + ending;
+        makeInput (name, "", "trim 0 3");
+        expectRefusal ({ "match", "in.wav", "ref.wav", name }, 5, "would be replaced");
+    }
+
+    expectRefusal ({ "match", "other.flac", "ref.wav", "other.flac" }, 5, "would be replaced");
+    EXPECT_TRUE (bytesOf (folder.path ("ref.wav")) == recording);
+
+    const auto run = solvane ({ "match", "in.wav", "in.wav", "ref.wav", "--overwrite" });
+    EXPECT_EQ (run.exitCode, 0) << run.errors;
+    EXPECT_FALSE (bytesOf (folder.path ("ref.wav")) == recording);
+    expectRefusal ({ "match", "in.wav", "ref.wav", "new.wav", "--overwrite", "--no-overwrite" }, 2, "excludes");
+}
+
+TEST_F (ProgramTargetTest, replacesWhatItHasMadeItself)
+{
+    makeInput ("short.wav", "-b 16", "trim 0 2");
+    writeBytes (folder.path ("empty.wav"), "");
+    const auto match = [this] (const std::string& output) {
+        return solvane ({ "match", "short.wav", "ref.wav", "--range", "1-4", output });
+    };
+    EXPECT_EQ (match ("empty.wav").exitCode, 0);
+
+    for (const auto* output : { "own.wav", "own.rf64", "own.aiff", "own.caf", "own.flac", "own.ogg" })
+        for (const auto* turn : { "first", "second" })
+            EXPECT_EQ (match (output).exitCode, 0) << output << ' ' << turn;
+
+    // These have no place for a mark.
+    for (const auto* output : { "own.w64", "own.mp3" })
+    {
+        EXPECT_EQ (match (output).exitCode, 0) << output;
+        expectRefusal ({ "match", "short.wav", "ref.wav", output }, 5, "--overwrite replaces it");
+    }
+}
+
 TEST_F (ProgramTargetTest, eachOfManyFilesGetsItsOwnBands)
 {
     target ({ "ref.wav" });
