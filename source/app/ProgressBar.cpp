@@ -53,7 +53,7 @@ void ProgressBar::show (double fraction)
 
     lastShown = now;
     const auto filled = static_cast<int> (std::clamp (fraction, 0.0, 1.0) * barWidth);
-    std::cerr << '\r' << label << " [" << std::string (static_cast<std::size_t> (filled), '=')
+    std::cerr << "\r\033[K" << label << " [" << std::string (static_cast<std::size_t> (filled), '=')
               << std::string (static_cast<std::size_t> (barWidth - filled), ' ') << "] "
               << static_cast<int> (fraction * 100.0) << " %" << std::flush;
 }

@@ -124,6 +124,19 @@ void RenderPool::run (bool quiet, const Report& report)
     ProgressBar bar (requests.size() == 1 ? "Rendering" : "Rendering " + std::to_string (requests.size()) + " files",
                      quiet);
 
+    // Of all files, with a part of one that is being listened to.
+    const auto showProgress = [&] (double partOfOne)
+    {
+        auto done = partOfOne
+                    + static_cast<double> (std::count_if (
+                        outcomes.begin(), outcomes.end(), [] (const auto& outcome) { return outcome.has_value(); }));
+
+        for (const auto& job : jobs)
+            done += job->progress();
+
+        bar.show (done / static_cast<double> (requests.size()));
+    };
+
     const auto start = [&] (std::size_t index)
     {
         const auto& request = requests[index];
@@ -135,7 +148,8 @@ void RenderPool::run (bool quiet, const Report& report)
             if (request.existing == RenderRequest::Existing::skip && isThere (request.output))
                 outcomes[index].emplace().skipped = true;
             else
-                jobs.push_back (std::make_unique<Job> (index, std::make_unique<RenderTask> (request), signal));
+                jobs.push_back (
+                    std::make_unique<Job> (index, std::make_unique<RenderTask> (request, showProgress), signal));
         }
         catch (const CommandError& error)
         {
@@ -170,13 +184,7 @@ void RenderPool::run (bool quiet, const Report& report)
             report (requests[reported], *outcomes[reported]);
         }
 
-        auto done = static_cast<double> (
-            std::count_if (outcomes.begin(), outcomes.end(), [] (const auto& outcome) { return outcome.has_value(); }));
-
-        for (const auto& job : jobs)
-            done += job->progress();
-
-        bar.show (done / static_cast<double> (requests.size()));
+        showProgress (0.0);
 
         if (! jobs.empty())
             signal.waitAWhile();

@@ -64,6 +64,9 @@ std::optional<std::string> noteOnWidth (const SoundEncoding& from, const SoundEn
 
 constexpr int listeningBlock = 4096;
 
+/** Of a task that begins with it. */
+constexpr double shareOfListening = 0.5;
+
 void hear (Listener& listener, const juce::AudioBuffer<float>& block, int start, int count)
 {
     listener.process (block.getReadPointer (0, start),
@@ -112,12 +115,12 @@ std::vector<std::string> notesOn (const EqualiserSettings& settings, OfflineRend
 }
 } // namespace
 
-RenderTask::RenderTask (const RenderRequest& request)
+RenderTask::RenderTask (const RenderRequest& request, const Progress& listening)
     : source (checked (request).input),
       encoding (encodingFor (request, source)),
       target (request.output,
               { encoding, source.sampleRate(), source.channelCount(), source.length(), source.extras() }),
-      settings (settingsFor (request)),
+      settings (settingsFor (request, listening)),
       renderer (source.sampleRate(), source.channelCount(), request.blockSize, settings),
       notFiniteBefore (source.notFiniteCount())
 {
@@ -136,6 +139,9 @@ RenderTask::RenderTask (const RenderRequest& request)
 
     if (const auto note = noteOnWidth (source.encoding(), encoding, request.format); note.has_value())
         outcome.notes.push_back (*note);
+
+    if (listener.has_value())
+        done.store (shareOfListening, std::memory_order_relaxed);
 }
 
 void RenderTask::selectPreset (const std::string& preset)
@@ -149,7 +155,7 @@ void RenderTask::selectPreset (const std::string& preset)
     outcome.preset = (processor.presets.groupName (chosen) + "/" + chosen.name).toStdString();
 }
 
-EqualiserSettings RenderTask::settingsFor (const RenderRequest& request)
+EqualiserSettings RenderTask::settingsFor (const RenderRequest& request, const Progress& listening)
 {
     auto result = request.settings;
 
@@ -169,6 +175,9 @@ EqualiserSettings RenderTask::settingsFor (const RenderRequest& request)
         const auto count = static_cast<int> (std::min<juce::int64> (listeningBlock, source.length() - start));
         source.read (block, start, count);
         hear (input, block, 0, count);
+
+        if (listening)
+            listening (shareOfListening * static_cast<double> (start) / static_cast<double> (source.length()));
     }
 
     chosen.before = TargetDistance::of (input.finish(), chosen.target);
@@ -202,13 +211,16 @@ void RenderTask::describeSettings()
 
 void RenderTask::run()
 {
+    const auto before = listener.has_value() ? shareOfListening : 0.0;
+
     renderer.render (
         source.length(),
         [&] (juce::AudioBuffer<float>& block, juce::int64 start, int count)
         {
             Interrupt::throwIfRequested();
             source.read (block, start, count);
-            done.store (static_cast<double> (start) / static_cast<double> (source.length()), std::memory_order_relaxed);
+            const auto rendered = static_cast<double> (start) / static_cast<double> (source.length());
+            done.store (before + (1.0 - before) * rendered, std::memory_order_relaxed);
         },
         [&] (const juce::AudioBuffer<float>& block, int start, int count)
         {

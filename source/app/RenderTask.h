@@ -8,6 +8,7 @@
 #include "app/SmartBandsTarget.h"
 
 #include <atomic>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -29,10 +30,10 @@ struct RenderRequest
     enum class Existing
     {
         replace,
-        refuse,
 
         /** Nothing but what the program has made before, and what is empty. */
         replaceOwn,
+        refuse,
         skip
     };
 
@@ -99,9 +100,12 @@ struct RenderResult
 class RenderTask
 {
 public:
+    using Progress = std::function<void (double fraction)>;
+
     /** Opens both files, listens where that is asked for, and designs the filters. Message thread, as for every
-       instance of the plug-in; so is the destructor. Throws CommandError. */
-    explicit RenderTask (const RenderRequest& request);
+       instance of the plug-in; so is the destructor. Throws CommandError.
+       @param listening is told, while it listens, how much of the task is done */
+    explicit RenderTask (const RenderRequest& request, const Progress& listening = {});
 
     RenderTask (const RenderTask&) = delete;
     RenderTask& operator= (const RenderTask&) = delete;
@@ -117,7 +121,7 @@ public:
 
 private:
     /** Listens to the input, and gives the settings with the bands that follow from it. */
-    [[nodiscard]] EqualiserSettings settingsFor (const RenderRequest& request);
+    [[nodiscard]] EqualiserSettings settingsFor (const RenderRequest& request, const Progress& listening);
     void describeSettings();
     void selectPreset (const std::string& preset);
 

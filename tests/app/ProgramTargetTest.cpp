@@ -328,6 +328,29 @@ TEST_F (ProgramTargetTest, replacesWhatItHasMadeItself)
     }
 }
 
+TEST_F (ProgramTargetTest, theBarMovesWhileItListens)
+{
+    makeInput ("long.wav", "-b 16", "gain -12 repeat 20");
+    const auto path = [this] (const char* name) { return folder.path (name); };
+    const auto run = runOnTerminal (SOLVANE_PROGRAM,
+                                    { "render",
+                                      path ("in.wav"),
+                                      path ("long.wav"),
+                                      "--into",
+                                      path ("out"),
+                                      "--jobs",
+                                      "1",
+                                      "--smart-bands",
+                                      "--preset",
+                                      "20" },
+                                    [] (const std::string&) { return false; });
+    EXPECT_EQ (run.exitCode, 0);
+
+    // The second file is listened to before the first one is told of, so the bar is in its second half by then.
+    const auto before = run.output.substr (0, run.output.find ("Input:"));
+    EXPECT_THAT (before, testing::ContainsRegex ("\\] [567][0-9] %"));
+}
+
 TEST_F (ProgramTargetTest, eachOfManyFilesGetsItsOwnBands)
 {
     target ({ "ref.wav" });
