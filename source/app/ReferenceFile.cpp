@@ -4,75 +4,17 @@
 #include "app/CommandError.h"
 #include "app/Interrupt.h"
 #include "app/ProgressBar.h"
+#include "app/ReferenceSamples.h"
 #include "app/ServedAudio.h"
 #include "dsp/rate/ReducedRate.h"
 
-#include <juce_audio_basics/juce_audio_basics.h>
-
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 namespace
 {
-constexpr int blockLength = 65536;
-
-/** A file as a source of the framework, from its start on, with silence behind its end. */
-class InputSource final : public juce::AudioSource
-{
-public:
-    explicit InputSource (AudioInput& inputToRead) : input (inputToRead) {}
-
-    void prepareToPlay (int, double) override {}
-    void releaseResources() override {}
-
-    void getNextAudioBlock (const juce::AudioSourceChannelInfo& info) override
-    {
-        info.clearActiveBufferRegion();
-        const auto count = static_cast<int> (std::clamp<juce::int64> (input.length() - position, 0, info.numSamples));
-
-        if (count == 0)
-            return;
-
-        part.setSize (input.channelCount(), count, false, false, true);
-        input.read (part, position, count);
-        position += count;
-
-        for (int channel = 0; channel < std::min (part.getNumChannels(), info.buffer->getNumChannels()); ++channel)
-            info.buffer->copyFrom (channel, info.startSample, part, channel, 0, count);
-    }
-
-private:
-    AudioInput& input;
-    juce::int64 position = 0;
-    juce::AudioBuffer<float> part;
-};
-
-/** All samples of a file at a session's rate. */
-juce::AudioBuffer<float> samplesOf (AudioInput& input, const std::string& path, double sessionRate)
-{
-    const auto ratio = input.sampleRate() / sessionRate;
-    const auto length = std::ceil (static_cast<double> (input.length()) / ratio);
-
-    if (length > static_cast<double> (std::numeric_limits<int>::max()))
-        throw CommandError (ExitCode::unsupportedAudio, "'" + path + "' is too long for a reference track.");
-
-    const auto count = static_cast<int> (length);
-    juce::AudioBuffer<float> samples (input.channelCount(), count);
-    InputSource source (input);
-    juce::ResamplingAudioSource converter (&source, false, input.channelCount());
-    const auto isConverted = input.sampleRate() != sessionRate;
-    converter.setResamplingRatio (ratio);
-    converter.prepareToPlay (blockLength, input.sampleRate());
-
-    for (int start = 0; start < count; start += blockLength)
-    {
-        const juce::AudioSourceChannelInfo part (&samples, start, std::min (blockLength, count - start));
-        isConverted ? converter.getNextAudioBlock (part) : source.getNextAudioBlock (part);
-    }
-
-    return samples;
-}
+/** In Hz; below it a file does not have all that is measured. */
+constexpr double lowestServedRate = 44100.0;
 
 TrackRange samplesOf (const TimeRange& range, double rate, int count, const std::string& path)
 {
@@ -108,6 +50,11 @@ std::vector<std::string> notesOn (const ReferenceReading& result)
         notes.push_back ("'" + result.path + "' is below -70 LUFS at " + bands
                          + " Hz, so the target asks for nothing there.");
 
+    if (result.fileRate < lowestServedRate)
+        notes.push_back ("'" + result.path + "' has " + std::to_string (std::lround (result.fileRate))
+                         + " Hz, so what is measured above " + std::to_string (std::lround (0.5 * result.fileRate))
+                         + " Hz is not in it, but made by the conversion.");
+
     return notes;
 }
 } // namespace
@@ -115,7 +62,11 @@ std::vector<std::string> notesOn (const ReferenceReading& result)
 ReferenceReading measureReference (const ReferenceFile& file, std::optional<double> sessionRate, bool quiet)
 {
     AudioInput input (file.path);
-    requireServedAudio (input, file.path);
+
+    if (sessionRate.has_value())
+        requireConvertibleAudio (input, file.path);
+    else
+        requireServedAudio (input, file.path);
 
     ReferenceReading result;
     result.path = file.path;
@@ -124,17 +75,14 @@ ReferenceReading measureReference (const ReferenceFile& file, std::optional<doub
     result.seconds = static_cast<double> (input.length()) / result.fileRate;
 
     ProgressBar progress ("Measuring " + file.path, quiet);
-    const auto samples = samplesOf (input, file.path, result.sessionRate);
-    const auto count = samples.getNumSamples();
+    ReferenceSamples samples (input, file.path, result.sessionRate);
 
     for (const auto& range : file.ranges)
-        result.ranges.push_back (samplesOf (range, result.sessionRate, count, file.path));
+        result.ranges.push_back (samplesOf (range, result.sessionRate, samples.count(), file.path));
 
-    const TrackSamples track { samples.getReadPointer (0),
-                               samples.getNumChannels() == 2 ? samples.getReadPointer (1) : nullptr,
-                               count };
     result.reading =
-        analyseTrack (track,
+        analyseTrack ([&samples] (int start, int count) { return samples.at (start, count); },
+                      samples.count(),
                       result.ranges,
                       { result.sessionRate, result.fileRate, decimationFactorFor (result.sessionRate).value_or (1) },
                       [&progress] (float percent)
@@ -143,7 +91,7 @@ ReferenceReading measureReference (const ReferenceFile& file, std::optional<doub
                           progress.show (static_cast<double> (percent) / 100.0);
                       });
 
-    result.notes = input.notes ("'" + file.path + "'", input.notFiniteCount());
+    result.notes = input.notes ("'" + file.path + "'", samples.notFiniteCount());
     const auto more = notesOn (result);
     result.notes.insert (result.notes.end(), more.begin(), more.end());
     return result;

@@ -34,10 +34,12 @@ struct ReferenceReading
     std::vector<std::string> notes;
 };
 
-/** Reads a whole file into memory, converts it to a session's rate as the plug-in does, and measures it as the plug-in
-    measures its reference tracks. Throws CommandError.
+/** Reads a file, converts it to a session's rate as the plug-in does, and measures it as the plug-in measures its
+    reference tracks; of ranges, reads up to the end of the last one. Memory does not depend on the file's length.
+   Throws CommandError.
 
-    @param sessionRate one of the six that the filters serve; nothing for the file's own
+    @param sessionRate one of the six that the filters serve, for a file of any rate; nothing for the file's own, which
+                       has to be one of them then
     @param quiet       no progress bar */
 [[nodiscard]] ReferenceReading
 measureReference (const ReferenceFile& file, std::optional<double> sessionRate, bool quiet);

@@ -11,26 +11,45 @@ namespace
 /** No recorder of sound makes files beyond these. */
 constexpr double lowestRate = 1000.0;
 constexpr double highestRate = 1000000.0;
-} // namespace
 
-void requireServedAudio (const AudioInput& input, const std::string& path)
+std::string hertzOf (const AudioInput& input)
 {
-    const auto hertz = std::to_string (std::llround (input.sampleRate())) + " Hz";
+    return std::to_string (std::llround (input.sampleRate())) + " Hz";
+}
 
+void requirePossibleRate (const AudioInput& input, const std::string& path)
+{
     if (input.sampleRate() < lowestRate || input.sampleRate() > highestRate)
         throw CommandError (ExitCode::unsupportedAudio,
-                            "'" + path + "' has " + hertz
+                            "'" + path + "' has " + hertzOf (input)
                                 + " by its header, which cannot be. The header is damaged, or the file is something "
                                   "else.");
+}
 
-    if (! decimationFactorFor (input.sampleRate()).has_value())
-        throw CommandError (ExitCode::unsupportedAudio,
-                            "'" + path + "' has " + hertz
-                                + ". The filters serve 44100, 48000, 88200, 96000, 176400 and 192000 Hz; "
-                                  "convert the file first.");
-
+void requireMonoOrStereo (const AudioInput& input, const std::string& path)
+{
     if (input.channelCount() > 2)
         throw CommandError (ExitCode::unsupportedAudio,
                             "'" + path + "' has " + std::to_string (input.channelCount())
                                 + " channels. Mono and stereo files are served.");
+}
+} // namespace
+
+void requireServedAudio (const AudioInput& input, const std::string& path)
+{
+    requirePossibleRate (input, path);
+
+    if (! decimationFactorFor (input.sampleRate()).has_value())
+        throw CommandError (ExitCode::unsupportedAudio,
+                            "'" + path + "' has " + hertzOf (input)
+                                + ". The filters serve 44100, 48000, 88200, 96000, 176400 and 192000 Hz; "
+                                  "convert the file first.");
+
+    requireMonoOrStereo (input, path);
+}
+
+void requireConvertibleAudio (const AudioInput& input, const std::string& path)
+{
+    requirePossibleRate (input, path);
+    requireMonoOrStereo (input, path);
 }

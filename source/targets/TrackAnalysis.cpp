@@ -17,7 +17,8 @@ constexpr std::int64_t progressStep = 40000;
 class TrackMeters
 {
 public:
-    TrackMeters (const TrackSamples& samplesToMeasure, const TrackRates& rates) : samples (samplesToMeasure)
+    TrackMeters (const TrackReader& readerOfTrack, int sampleCount, const TrackRates& rates)
+        : read (readerOfTrack), trackLength (sampleCount)
     {
         const auto factor = std::max (rates.decimation, 1);
         lowCount = static_cast<std::size_t> (lowChunk / factor);
@@ -30,19 +31,21 @@ public:
     }
 
     /** Takes samples for the overall meter and the high bands. */
-    void process (int start, int count) noexcept
+    void process (int start, int count)
     {
-        const auto* right = samples.right != nullptr ? samples.right + start : nullptr;
-        overall.integratedOfPlain ({ samples.left + start, right }, count);
-        analyser.processHigh (samples.left + start, right, count);
+        const auto part = read (start, count);
+        overall.integratedOfPlain (part, count);
+        analyser.processHigh (part.left, part.right, count);
     }
 
     /** Takes a chunk for the low bands, with zeros behind the track's end. */
-    void processLowChunk (int start) noexcept
+    void processLowChunk (int start)
     {
-        const auto left = chunkOf (samples.left, start);
+        const auto count = std::min (lowChunk, trackLength - start);
+        const auto part = read (start, count);
+        const auto left = chunkOf (part.left, count);
 
-        if (samples.right == nullptr)
+        if (part.right == nullptr)
         {
             rateConverter.decimateSingle (left.data(), lowChunk);
             const auto lowLeft = singlePrecision (rateConverter.outputLeft());
@@ -50,7 +53,7 @@ public:
             return;
         }
 
-        const auto right = chunkOf (samples.right, start);
+        const auto right = chunkOf (part.right, count);
         rateConverter.decimateStereo (left.data(), right.data(), lowChunk);
         const auto lowLeft = singlePrecision (rateConverter.outputLeft());
         const auto lowRight = singlePrecision (rateConverter.outputRight());
@@ -70,10 +73,10 @@ public:
 private:
     using Chunk = std::array<float, lowChunk>;
 
-    [[nodiscard]] Chunk chunkOf (const float* channel, int start) const noexcept
+    [[nodiscard]] static Chunk chunkOf (const float* samples, int count) noexcept
     {
         Chunk chunk {};
-        std::copy_n (channel + start, std::min (lowChunk, samples.count - start), chunk.begin());
+        std::copy_n (samples, count, chunk.begin());
         return chunk;
     }
 
@@ -85,7 +88,8 @@ private:
         return chunk;
     }
 
-    const TrackSamples samples;
+    const TrackReader& read;
+    const int trackLength;
     std::size_t lowCount;
     RateConverter rateConverter;
     BandAnalyser analyser { BandAnalyser::Storing::everyReturn };
@@ -151,26 +155,27 @@ void correctAndExtrapolate (std::array<float, analysisBandCount>& bands, const T
 }
 } // namespace
 
-TrackReading analyseTrack (const TrackSamples& samples,
+TrackReading analyseTrack (const TrackReader& read,
+                           int sampleCount,
                            std::span<const TrackRange> ranges,
                            const TrackRates& rates,
                            const std::function<void (float percent)>& progress)
 {
-    const TrackRange whole { 0, samples.count };
+    const TrackRange whole { 0, sampleCount };
     const auto parts = ranges.empty() ? std::span (&whole, 1) : ranges;
-    TrackMeters meters (samples, rates);
-    ProgressCount count (samples.count, progress);
+    TrackMeters meters (read, sampleCount, rates);
+    ProgressCount count (sampleCount, progress);
     TrackReading reading;
     auto lastLufs = 0.0f;
     auto sum = 0.0f;
 
     for (const auto& part : parts)
     {
-        const TrackRange cut { std::clamp (part.first, 0, samples.count), std::clamp (part.end, 0, samples.count) };
+        const TrackRange cut { std::clamp (part.first, 0, sampleCount), std::clamp (part.end, 0, sampleCount) };
 
         if (cut.first < cut.end)
         {
-            measureRange (meters, cut, samples.count, count);
+            measureRange (meters, cut, sampleCount, count);
             lastLufs = meters.lufs();
         }
 
@@ -183,4 +188,16 @@ TrackReading analyseTrack (const TrackSamples& samples,
     reading.bands = meters.bands();
     correctAndExtrapolate (reading.bands, rates);
     return reading;
+}
+
+TrackReading analyseTrack (const TrackSamples& samples,
+                           std::span<const TrackRange> ranges,
+                           const TrackRates& rates,
+                           const std::function<void (float percent)>& progress)
+{
+    const auto read = [&samples] (int start, int) {
+        return orvik::ChannelPointers { samples.left + start,
+                                        samples.right != nullptr ? samples.right + start : nullptr };
+    };
+    return analyseTrack (read, samples.count, ranges, rates, progress);
 }

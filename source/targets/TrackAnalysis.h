@@ -1,6 +1,7 @@
 #pragma once
 
 #include "dsp/meters/BandAnalyser.h"
+#include "dsp/meters/LUFSProcessor.h"
 
 #include <array>
 #include <functional>
@@ -14,6 +15,9 @@ struct TrackSamples
     const float* right = nullptr;
     int count = 0;
 };
+
+/** Gives at most 1024 samples of a track from one on, at the session's rate, which need to hold until the next call. */
+using TrackReader = std::function<orvik::ChannelPointers (int start, int count)>;
 
 /** A part of a track, from its first sample up to its end. */
 struct TrackRange
@@ -55,8 +59,16 @@ struct TrackReading
     A reading takes more than a second of sound to come about.
     One thread for a track; allocates.
 
+    @param read     gives samples of the track, in a range from front to back, and never beyond the track's end
     @param ranges   the whole track, if empty
     @param progress percent of the track, after every 40000 samples; what it throws ends the analysis */
+[[nodiscard]] TrackReading analyseTrack (const TrackReader& read,
+                                         int sampleCount,
+                                         std::span<const TrackRange> ranges,
+                                         const TrackRates& rates,
+                                         const std::function<void (float percent)>& progress);
+
+/** The same for a track in memory. */
 [[nodiscard]] TrackReading analyseTrack (const TrackSamples& samples,
                                          std::span<const TrackRange> ranges,
                                          const TrackRates& rates,
