@@ -103,6 +103,12 @@ ProgramRun runProgram (const std::string& program,
 #endif
         }
 
+        if (surroundings.largestMemoryBytes.has_value())
+        {
+            const rlimit limit { *surroundings.largestMemoryBytes, *surroundings.largestMemoryBytes };
+            ::setrlimit (RLIMIT_DATA, &limit);
+        }
+
         ::execv (pointers[0], pointers.data());
         ::_exit (exitCodeOfFailedStart);
     }

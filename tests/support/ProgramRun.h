@@ -21,7 +21,10 @@ struct ProgramSurroundings
     std::string folder;
 
     /** No file may grow beyond this. */
-    std::optional<std::uint64_t> largestFileBytes;
+    std::optional<std::uint64_t> largestFileBytes {};
+
+    /** No more memory for data than this. */
+    std::optional<std::uint64_t> largestMemoryBytes {};
 };
 
 /** Runs a program to its end. Throws where it cannot be started. */
