@@ -7,6 +7,7 @@
 #include "app/MeasurementPicture.h"
 #include "app/MeasurementReport.h"
 #include "app/OfflineMeasurement.h"
+#include "app/PictureFile.h"
 #include "app/PresetChoice.h"
 #include "app/Printable.h"
 #include "app/ProgressBar.h"
@@ -100,7 +101,7 @@ void MeasureCommand::run() const
     std::vector<Measurement> measurements;
 
     if (! picture.empty())
-        requirePictureMayStand (picture, files);
+        PictureFile::requireItMayStand (picture, "--picture", files);
 
     for (const auto& file : files)
     {

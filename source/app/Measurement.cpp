@@ -44,6 +44,14 @@ std::vector<std::string> Measurement::notes() const
     return sentences;
 }
 
+Measurement::Levels Measurement::raised (Levels levels, float decibels)
+{
+    for (auto& level : levels)
+        level += decibels;
+
+    return levels;
+}
+
 MeasurementTarget MeasurementTarget::of (const Presets::Library& library, const Presets::Preset& preset)
 {
     const auto numbers = library.numbersOf (preset);

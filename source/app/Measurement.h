@@ -36,6 +36,9 @@ struct Measurement
 
     /** What a reader has to know about the figures, in sentences. */
     [[nodiscard]] std::vector<std::string> notes() const;
+
+    /** Levels that all lie so many dB higher. */
+    [[nodiscard]] static Levels raised (Levels levels, float decibels);
 };
 
 /** The target as the live analysis takes it: the last value extrapolated where that can be done. */

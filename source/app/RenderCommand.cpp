@@ -1,13 +1,17 @@
 #include "app/RenderCommand.h"
 
 #include "app/CommandError.h"
+#include "app/FileArgument.h"
 #include "app/OutputFolder.h"
+#include "app/PictureFile.h"
 #include "app/Printable.h"
+#include "app/RenderPicture.h"
 #include "app/RenderPool.h"
 #include "app/RenderReport.h"
 #include "app/StandardStreams.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <iostream>
 #include <optional>
 #include <thread>
@@ -15,6 +19,22 @@
 namespace
 {
 constexpr auto moreHelp = " 'solvane render --help' says more.";
+
+/** Looks before anything is rendered. */
+void requireReportMayStand (const std::string& report, const RenderRequest& request)
+{
+    auto read = request.references;
+    read.push_back (request.input);
+    PictureFile::requireItMayStand (report, "--report", read);
+
+    // Neither need be there yet.
+    std::error_code error;
+    const auto placeOf = [&error] (const std::string& path)
+    { return std::filesystem::weakly_canonical (fileFor (path), error); };
+
+    if (! StandardStreams::isOutput (request.output) && placeOf (report) == placeOf (request.output))
+        throw CommandError (ExitCode::badArguments, "'" + report + "' cannot be the result and the report.");
+}
 
 /** Prints each result in its turn, and keeps the count of what failed. */
 class Printer
@@ -95,8 +115,12 @@ void RenderCommand::run() const
     if (alone && StandardStreams::isOutput (all.front().output))
         outputIsSound.emplace();
 
+    if (! report.empty())
+        requireReportMayStand (report, all.front());
+
     const auto cores = static_cast<int> (std::max (1u, std::thread::hardware_concurrency()));
     Printer printer (json, quiet, alone);
+    std::optional<RenderResult> last;
 
     RenderPool pool (all, jobs > 0 ? jobs : cores);
     pool.run (quiet,
@@ -109,10 +133,16 @@ void RenderCommand::run() const
                   else if (outcome.error.has_value())
                       printer.show (request, *outcome.error);
                   else
+                  {
                       printer.show (*outcome.result);
+                      last = *outcome.result;
+                  }
               });
 
     printer.finish();
+
+    if (! report.empty() && last.has_value())
+        drawRendering (*last, report);
 
     if (printer.failedCount() > 0)
         throw CommandError (ExitCode::failure,

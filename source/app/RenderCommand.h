@@ -17,6 +17,9 @@ struct RenderCommand
     /** Files at a time; 0 for as many as there are processor cores. */
     int jobs = 0;
 
+    /** PNG file to draw into what smart bands did, or nothing; for one file alone. */
+    std::string report;
+
     /** Prints for scripts. */
     bool json = false;
 

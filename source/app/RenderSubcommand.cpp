@@ -178,6 +178,14 @@ void addResultOptions (CLI::App& app, RenderCommand& command)
     app.add_flag ("--quiet", command.quiet, "Print nothing but errors, and show no progress bar");
 }
 
+CLI::Option* addReport (CLI::App& app, RenderCommand& command)
+{
+    return app
+        .add_option ("--report", command.report, "PNG file to draw into what the smart bands did, before and after")
+        ->type_name ("FILE")
+        ->check (notEmpty());
+}
+
 constexpr auto matchExample = "Example: near the sound of two records\n"
                               "  solvane match mix.wav one.flac --range 0:55-1:25 two.flac nearer.wav";
 
@@ -197,6 +205,7 @@ void addMatchSubcommand (CLI::App& app)
     auto* range = ReferenceOptions::addRange (*match);
     addExistingOptions (*match, *options);
     addSoundOptions (*match, *options);
+    addReport (*match, command);
     addResultOptions (*match, command);
 
     options->isGiven = [match] (const char* option) { return match->count (option) > 0; };
@@ -291,6 +300,7 @@ void addRenderSubcommand (CLI::App& app)
                       "Preset to select: id, name or GROUP/NAME. A target; it changes no sound without --smart-bands")
         ->type_name ("PRESET")
         ->check (notEmpty());
+    addReport (*render, command)->needs (smartBands)->excludes (render->get_option ("--into"));
     addResultOptions (*render, command);
 
     options->isGiven = [render] (const char* option) { return render->count (option) > 0; };
