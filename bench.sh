@@ -28,5 +28,8 @@ build/bench/benchmarks/solvane_plugin_bench "$@"
 printf '\n'
 build/bench/benchmarks/solvane_window_bench
 
+printf '\nReference tracks, loaded and measured:\n'
+build/bench/benchmarks/solvane_track_bench --benchmark_color=false
+
 printf '\nMeters and bands by themselves, with their plain versions and their longest calls:\n'
 build/bench/benchmarks/solvane_meter_bench --benchmark_color=false
