@@ -3,8 +3,6 @@
 #include "app/CommandError.h"
 
 #include <algorithm>
-#include <cmath>
-#include <limits>
 
 /** The file as a source of the framework, from its start on, with silence behind its end. */
 class ReferenceSamples::Source final : public juce::AudioSource
@@ -52,19 +50,21 @@ private:
 
 namespace
 {
-int countedSamples (double length, const std::string& name)
+int countedSamples (const AudioInput& input, double sessionRate, const std::string& name)
 {
-    if (length > static_cast<double> (std::numeric_limits<int>::max()))
+    const auto count = TrackConversion::sampleCountFor (input.length(), input.sampleRate(), sessionRate);
+
+    if (! count.has_value())
         throw CommandError (ExitCode::unsupportedAudio, "'" + name + "' is too long for a reference track.");
 
-    return static_cast<int> (length);
+    return *count;
 }
 } // namespace
 
 ReferenceSamples::ReferenceSamples (AudioInput& inputToRead, const std::string& name, double sessionRate)
     : input (inputToRead),
-      ratio (input.sampleRate() / sessionRate),
-      total (countedSamples (std::ceil (static_cast<double> (input.length()) / ratio), name)),
+      rate (sessionRate),
+      total (countedSamples (input, sessionRate, name)),
       source (std::make_unique<Source> (input)),
       window (input.channelCount(), 2 * blockLength)
 {
@@ -79,12 +79,8 @@ void ReferenceSamples::rewind()
     windowCount = 0;
     source->rewind();
 
-    if (ratio == 1.0)
-        return;
-
-    converter = std::make_unique<juce::ResamplingAudioSource> (source.get(), false, input.channelCount());
-    converter->setResamplingRatio (ratio);
-    converter->prepareToPlay (blockLength, input.sampleRate());
+    conversion =
+        std::make_unique<TrackConversion> (*source, input.length(), input.sampleRate(), rate, input.channelCount());
 }
 
 void ReferenceSamples::readOn()
@@ -98,15 +94,7 @@ void ReferenceSamples::readOn()
         windowCount -= blockLength;
     }
 
-    const auto count = std::min (blockLength, total - windowStart - windowCount);
-    const juce::AudioSourceChannelInfo part (&window, windowCount, count);
-
-    if (converter != nullptr)
-        converter->getNextAudioBlock (part);
-    else
-        source->getNextAudioBlock (part);
-
-    windowCount += count;
+    windowCount += conversion->take (window, windowCount);
 }
 
 orvik::ChannelPointers ReferenceSamples::at (int start, int wanted)

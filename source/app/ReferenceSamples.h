@@ -1,9 +1,8 @@
 #pragma once
 
 #include "app/AudioInput.h"
+#include "core/references/TrackConversion.h"
 #include "dsp/meters/LUFSProcessor.h"
-
-#include <juce_audio_basics/juce_audio_basics.h>
 
 #include <memory>
 #include <string>
@@ -15,7 +14,7 @@ class ReferenceSamples
 {
 public:
     /** The most that can be asked for at a time. */
-    static constexpr int blockLength = 65536;
+    static constexpr int blockLength = TrackConversion::blockLength;
 
     /** Takes an input that nobody else reads. Throws CommandError where there would be more samples than can be
        counted.
@@ -43,10 +42,10 @@ private:
     void readOn();
 
     AudioInput& input;
-    const double ratio;
+    const double rate;
     const int total;
     const std::unique_ptr<Source> source;
-    std::unique_ptr<juce::ResamplingAudioSource> converter; ///< null where the rates are the same
+    std::unique_ptr<TrackConversion> conversion;
 
     /** The last two blocks, of which the later one may still be missing. */
     juce::AudioBuffer<float> window;
