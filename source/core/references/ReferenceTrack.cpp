@@ -10,8 +10,9 @@ ReferenceTrack::ReferenceTrack (Description description)
       lengthInSamples (description.lengthInSamples),
       rates (description.rates),
       isStereo (description.isStereo),
-      left (static_cast<std::size_t> (description.capacity)),
-      right (static_cast<std::size_t> (description.capacity)),
+      capacity (description.capacity),
+      left (static_cast<std::size_t> (description.capacity), true),
+      right (static_cast<std::size_t> (description.capacity), true),
       nameOfUser (displayName),
       ranges (std::move (description.loops)),
       points (std::make_shared<const Outline>())
@@ -61,13 +62,13 @@ void ReferenceTrack::rebuildOutline (int columns, float pixelsPerSample)
 void ReferenceTrack::append (const float* newLeft, const float* newRight, int count)
 {
     const auto held = numSamples.load (std::memory_order_relaxed);
-    const auto fitting = std::min (count, static_cast<int> (left.size()) - held);
+    const auto fitting = std::min (count, capacity - held);
 
     if (fitting <= 0)
         return;
 
-    std::copy_n (newLeft, fitting, left.data() + held);
-    std::copy_n (newRight, fitting, right.data() + held);
+    std::copy_n (newLeft, fitting, left + held);
+    std::copy_n (newRight, fitting, right + held);
     numSamples.store (held + fitting, std::memory_order_relaxed);
 }
 
@@ -79,7 +80,7 @@ void ReferenceTrack::finishLoading (std::vector<float> trackLevels)
 
 TrackSamples ReferenceTrack::samples() const noexcept
 {
-    return { left.data(), isStereo ? right.data() : nullptr, numSamples.load (std::memory_order_relaxed) };
+    return { left, isStereo ? right.get() : nullptr, numSamples.load (std::memory_order_relaxed) };
 }
 
 void ReferenceTrack::analyse (const std::function<void()>& tick)

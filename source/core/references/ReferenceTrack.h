@@ -109,8 +109,12 @@ public:
     [[nodiscard]] TrackReading reading() const;
 
 private:
-    std::vector<float> left;
-    std::vector<float> right;
+    /** Zeroed by the system page by page, so that memory is taken as the load goes on. */
+    using Samples = juce::HeapBlock<float, true>;
+
+    const int capacity;
+    Samples left;
+    Samples right;
 
     /** Written before `loaded` is stored. */
     std::vector<float> levels;
