@@ -6,8 +6,8 @@
 
 juce::Colour DiagramColours::ofIndex (std::size_t index)
 {
-    constexpr std::array<juce::uint32, 6> colours { 0xff1f7a4d, 0xff2f5fa8, 0xffb5532a,
-                                                    0xff7a4fa3, 0xff9a7b00, 0xff9c2f4f };
+    constexpr std::array<juce::uint32, 10> colours { 0xff1f7a4d, 0xff2f5fa8, 0xffb5532a, 0xff7a4fa3, 0xff9a7b00,
+                                                     0xff9c2f4f, 0xff1d8a99, 0xff6b4a2b, 0xff5c7a1f, 0xffb0488f };
     return juce::Colour (colours[index % colours.size()]);
 }
 

@@ -14,7 +14,7 @@ inline const juce::Colour grid { 0xffd8d8d4 };
 inline const juce::Colour text { 0xff2b2b2b };
 inline const juce::Colour target { 0xff8a8a86 };
 
-/** One of several things of a kind, such as files; they come round again after six. */
+/** One of several things of a kind, such as files; they come round again after ten. */
 [[nodiscard]] juce::Colour ofIndex (std::size_t index);
 } // namespace DiagramColours
 

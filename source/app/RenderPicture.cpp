@@ -172,8 +172,11 @@ void drawBands (juce::Graphics& graphics, const RenderResult& result, float top)
     const auto frequencies = shownFrequencies();
     const auto sum = heardWith (result, all, frequencies);
     std::vector<std::vector<float>> curves;
-    std::vector<float> values (adjustments.begin(), adjustments.end());
-    values.insert (values.end(), sum.begin(), sum.end());
+    auto values = sum;
+
+    // What no band could do must not make the bands small.
+    for (const auto adjustment : adjustments)
+        values.push_back (std::clamp (adjustment, -18.0f, 18.0f));
 
     for (const auto& band : all)
         curves.push_back (heardWith (result, { band }, frequencies));
