@@ -74,9 +74,9 @@ void drawHeading (juce::Graphics& graphics, const RenderResult& result)
                        juce::Rectangle<float> (left, 18.0f, diagramWidth, 34.0f),
                        juce::Justification::centredLeft);
     graphics.setFont (juce::Font (17.0f));
-    graphics.drawText ("Target: " + textOf (chosen.target.title)
-                           + (result.mode == FilterMode::mix ? "   Mix, " : "   Master, ")
-                           + (result.phase == FilterPhase::linear ? "linear" : "minimum") + " phase",
+    graphics.drawText (juce::String (result.mode == FilterMode::mix ? "Mix, " : "Master, ")
+                           + (result.phase == FilterPhase::linear ? "linear" : "minimum")
+                           + " phase.   Target: " + textOf (chosen.target.title),
                        juce::Rectangle<float> (left, 54.0f, diagramWidth, 26.0f),
                        juce::Justification::centredLeft);
 }
