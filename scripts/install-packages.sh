@@ -6,7 +6,7 @@ set -euo pipefail
 
 build=(g++ make cmake ninja-build ccache pkg-config ca-certificates
     juce-modules-source fst-dev libopenblas-serial-dev libkissfft-dev libcli11-dev nlohmann-json3-dev
-    libsndfile1-dev libmpg123-dev
+    libsndfile1-dev libmpg123-dev libnlopt-dev
     libgl-dev libflac-dev libpng-dev libjpeg-dev zlib1g-dev libcurl4-gnutls-dev)
 sound=(sonic-pi-samples)
 test=(libgtest-dev libgmock-dev lilv-utils lv2-dev lv2file python3 sordi sox libsox-fmt-mp3 ffmpeg libebur128-dev
