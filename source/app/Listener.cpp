@@ -117,6 +117,12 @@ std::vector<std::string> Listener::notes (const std::string& subject) const
         sentences.push_back (subject + " is below -70 LUFS at " + quietBands
                              + " Hz, so nothing is raised or lowered for the target there.");
 
+    if (result.lufs < quietLufs)
+        sentences.push_back (
+            subject + " is quiet, " + fixed (static_cast<double> (result.lufs), 1)
+            + " LUFS: what the meters hear of it ends at -70, so softer bands and passages go unheard. "
+              "A louder copy is matched better.");
+
     const auto move = largestMoveAtTheEnd();
 
     if (! std::isfinite (move))

@@ -444,6 +444,17 @@ TEST_F (ProgramTargetTest, saysWhichBandsAreTooQuiet)
     EXPECT_TRUE (report["before"]["adjustments"][8].is_null());
 }
 
+TEST_F (ProgramTargetTest, saysWhereTheInputIsTooQuietForTheMeters)
+{
+    // As loud as in.wav, and 18 dB softer.
+    rendered ("in.wav", { "--preset", "20" });
+    EXPECT_THAT (notes, Not (HasSubstr ("is quiet")));
+    makeInput ("quiet.wav", "-b 24", "gain -30 repeat 2");
+    const auto report = rendered ("quiet.wav", { "--preset", "20" });
+    EXPECT_THAT (notes, HasSubstr ("Note: the input is quiet, -38.9 LUFS: what the meters hear of it ends at -70"));
+    EXPECT_THAT (report["notes"].dump(), HasSubstr ("the input is quiet"));
+}
+
 TEST_F (ProgramTargetTest, saysWhereTheBandsTogetherLeaveNothing)
 {
     writeTargetAwayFrom ("in.wav", { 0, 0, 0, -14, -6, -14, -6, -14, 0, 0 });
