@@ -44,6 +44,13 @@ double tidy (float value)
     return std::round (static_cast<double> (value) * 100.0) / 100.0;
 }
 
+std::string percentText (float percent)
+{
+    std::ostringstream text;
+    text << percent << " %";
+    return text.str();
+}
+
 nlohmann::json toJson (const RenderResult::Band& band)
 {
     return { { "number", band.number },
@@ -93,7 +100,12 @@ void print (const RenderResult::SmartBands& chosen, std::ostream& text)
         text << '\n';
     };
 
-    text << "Target: " << printable (chosen.target.title) << '\n' << MeasurementReport::headingText();
+    text << "Target: " << printable (chosen.target.title) << '\n';
+
+    if (chosen.fit.has_value())
+        text << "Fit:    " << percentText (chosen.fit->amountPercent) << " of the way\n";
+
+    text << MeasurementReport::headingText();
     row ("input", chosen.before.lufs, chosen.before.bands);
     row ("target", chosen.target.lufs, chosen.target.values);
     adjustment ("adjustment dB", chosen.before);
@@ -163,6 +175,10 @@ nlohmann::json RenderReport::toJson (const RenderResult& result)
         object["before"] = ::toJson (result.smartBands->before);
         object["after"] = ::toJson (result.smartBands->after);
         object["smartBands"] = ::toJson (result.smartBands->bands);
+        object["fit"] = result.smartBands->fit.has_value()
+                            ? nlohmann::json { { "amount", tidy (result.smartBands->fit->amountPercent) },
+                                               { "levels", result.smartBands->fit->levels } }
+                            : nlohmann::json();
     }
 
     return object;

@@ -38,6 +38,8 @@ struct RenderOptions
     std::string stateFile;
     std::string targetFile;
     bool smartBands = false;
+    bool fit = false;
+    float amountPercent = 100.0f;
     bool keepOld = false;
     bool overwrite = false;
 
@@ -46,7 +48,7 @@ struct RenderOptions
     float gainScalePercent = 100.0f;
     float outputGainDb = 0.0f;
 
-    /** Which of the four were given, and so count more than a session. */
+    /** Which of the four that a session holds were given, and so count more than it. */
     std::function<bool (const char* option)> isGiven;
 
     /** The reference tracks that were named, with their ranges. */
@@ -59,7 +61,7 @@ struct RenderOptions
 
         if (sources != 1)
             throw CommandError (ExitCode::badArguments,
-                                std::string ("--smart-bands needs ")
+                                std::string (fit && ! smartBands ? "--fit needs " : "--smart-bands needs ")
                                     + (sources == 0 ? "a target" : "one target, not several")
                                     + ": --target FILE, --preset PRESET or --reference FILE.");
 
@@ -115,9 +117,20 @@ struct RenderOptions
         command.files.insert (command.files.end(), others.begin(), others.end());
         command.common.settings = settings();
 
-        if (smartBands)
+        const auto tracks = references();
+
+        if (! smartBands && ! fit && ! (targetFile.empty() && tracks.empty() && command.report.empty()))
+            throw CommandError (ExitCode::badArguments,
+                                std::string (! targetFile.empty() ? "--target"
+                                             : ! tracks.empty()   ? "--reference"
+                                                                  : "--report")
+                                    + " requires --smart-bands or --fit.");
+
+        if (fit)
+            command.common.fit = RenderRequest::Fit { amountPercent, ! isGiven ("--output-gain") };
+
+        if (smartBands || fit)
         {
-            const auto tracks = references();
             command.common.smartBandsTarget = smartBandsTarget (tracks);
 
             for (const auto& track : tracks)
@@ -161,6 +174,17 @@ void addExistingOptions (CLI::App& app, RenderOptions& options)
         ->excludes (keep);
 }
 
+/** Bands by least squares, in the place of smart bands. */
+CLI::Option* addFitOptions (CLI::App& app, RenderOptions& options, const char* text)
+{
+    auto* fit = app.add_flag ("--fit", options.fit, text);
+    setUp (app.add_option ("--amount", options.amountPercent, "How much of the way to the target --fit goes, 0 to 100"),
+           "PERCENT")
+        ->check (numberWithin (0.0, 100.0, " percent"))
+        ->needs (fit);
+    return fit;
+}
+
 /** How the result is made and told. */
 void addResultOptions (CLI::App& app, RenderCommand& command)
 {
@@ -181,7 +205,8 @@ void addResultOptions (CLI::App& app, RenderCommand& command)
 CLI::Option* addReport (CLI::App& app, RenderCommand& command)
 {
     return app
-        .add_option ("--report", command.report, "PNG file to draw into what the smart bands did, before and after")
+        .add_option (
+            "--report", command.report, "PNG file to draw into what smart or fitted bands did, before and after")
         ->type_name ("FILE")
         ->check (notEmpty());
 }
@@ -204,6 +229,9 @@ void addMatchSubcommand (CLI::App& app)
             ->allow_extra_args();
     auto* range = ReferenceOptions::addRange (*match);
     addExistingOptions (*match, *options);
+    addFitOptions (*match,
+                   *options,
+                   "Find the bands by least squares, which comes nearer than smart bands, and keep the loudness");
     addSoundOptions (*match, *options);
     addReport (*match, command);
     addResultOptions (*match, command);
@@ -278,29 +306,37 @@ void addRenderSubcommand (CLI::App& app)
                 "Listen to IN, and make bands that bring it near the target of --target, --preset or --reference")
             ->excludes (band)
             ->excludes (bandsFile);
-    render->get_option ("--state")->excludes (smartBands);
-    render->add_option ("--target", options->targetFile, "Target file for --smart-bands, as 'solvane target' makes it")
+    auto* fit = addFitOptions (*render,
+                               *options,
+                               "As --smart-bands, with bands found by least squares, which come nearer; they keep the\n"
+                               "loudness, unless --output-gain is given")
+                    ->excludes (band)
+                    ->excludes (bandsFile);
+    render->get_option ("--state")->excludes (smartBands)->excludes (fit);
+    render
+        ->add_option (
+            "--target", options->targetFile, "Target file for --smart-bands or --fit, as 'solvane target' makes it")
         ->type_name ("FILE")
-        ->check (notEmpty())
-        ->needs (smartBands);
+        ->check (notEmpty());
     auto* reference =
         render
-            ->add_option ("--reference", "Sound file for --smart-bands to go by, up to 20 times; measured at IN's rate")
+            ->add_option ("--reference",
+                          "Sound file for --smart-bands or --fit to go by, up to 20 times; measured at IN's rate")
             ->type_name ("FILE")
             ->expected (1)
             ->allow_extra_args (false)
             ->multi_option_policy (CLI::MultiOptionPolicy::TakeAll)
-            ->check (notEmpty())
-            ->needs (smartBands);
+            ->check (notEmpty());
     auto* range = ReferenceOptions::addRange (*render)->needs (reference);
     addSoundOptions (*render, *options);
     render
-        ->add_option ("--preset",
-                      command.common.preset,
-                      "Preset to select: id, name or GROUP/NAME. A target; it changes no sound without --smart-bands")
+        ->add_option (
+            "--preset",
+            command.common.preset,
+            "Preset to select: id, name or GROUP/NAME. A target; it changes no sound without --smart-bands or --fit")
         ->type_name ("PRESET")
         ->check (notEmpty());
-    addReport (*render, command)->needs (smartBands)->excludes (render->get_option ("--into"));
+    addReport (*render, command)->excludes (render->get_option ("--into"));
     addResultOptions (*render, command);
 
     options->isGiven = [render] (const char* option) { return render->count (option) > 0; };

@@ -3,6 +3,7 @@
 #include "app/BandDescription.h"
 #include "app/CommandError.h"
 #include "app/FileArgument.h"
+#include "app/FittedBandsChoice.h"
 #include "app/Interrupt.h"
 #include "app/OutputFormat.h"
 #include "app/PresetChoice.h"
@@ -181,7 +182,20 @@ EqualiserSettings RenderTask::settingsFor (const RenderRequest& request, const P
     }
 
     chosen.before = TargetDistance::of (input.finish(), chosen.target);
-    chosen.bands = chooseSmartBands (chosen.before, result.mode);
+    chosen.fit = request.fit;
+
+    if (request.fit.has_value())
+    {
+        const auto fitted =
+            FittedBandsChoice::of (chosen.before, source.sampleRate(), result, request.fit->amountPercent);
+        chosen.bands = fitted.bands;
+        result.outputGainDb = request.fit->levels ? fitted.outputGainDb : result.outputGainDb;
+    }
+    else
+    {
+        chosen.bands = chooseSmartBands (chosen.before, result.mode);
+    }
+
     result.bands = chosen.bands;
     listener.emplace (source.sampleRate(), source.channelCount());
 
@@ -189,7 +203,9 @@ EqualiserSettings RenderTask::settingsFor (const RenderRequest& request, const P
     outcome.notes.insert (outcome.notes.end(), heard.begin(), heard.end());
 
     if (chosen.bands.empty())
-        outcome.notes.emplace_back ("no band was made: nothing is as far as 0.5 dB from the target.");
+        outcome.notes.emplace_back (request.fit.has_value() && request.fit->amountPercent < 100.0f
+                                        ? "no band was made: what --amount leaves to do is nowhere as much as 0.5 dB."
+                                        : "no band was made: nothing is as far as 0.5 dB from the target.");
 
     return result;
 }

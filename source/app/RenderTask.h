@@ -43,6 +43,18 @@ struct RenderRequest
     /** Where the bands come from; nothing for those of the settings. */
     SmartBandsTarget smartBandsTarget;
 
+    /** Bands by least squares, in the place of smart bands. */
+    struct Fit
+    {
+        /** How much of the distance from the target they cover. */
+        float amountPercent = 100.0f;
+
+        /** Whether the output gain makes up for their loudness, or is that of the settings. */
+        bool levels = true;
+    };
+
+    std::optional<Fit> fit;
+
     /** Recordings that are read beside the input, and that the output must not replace. */
     std::vector<std::string> references;
 };
@@ -78,6 +90,7 @@ struct RenderResult
         MeasurementTarget target;
         TargetDistance before;
         std::vector<BandOption> bands;
+        std::optional<RenderRequest::Fit> fit;
         TargetDistance after;
     };
 

@@ -3,37 +3,10 @@
 #include "core/model/InterfaceState.h"
 #include "core/parameters/ParameterTable.h"
 #include "targets/DisplayCurve.h"
-#include "targets/SmartBands.h"
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
-
-namespace
-{
-using Kind = Settings::Parameter;
-
-/** The nearest value that a band's parameter can hold. */
-float inSteps (Kind kind, float value)
-{
-    for (const auto& row : ParameterTable::rows())
-        if (row.id == ParameterIds::ofBand (0, kind))
-            return std::clamp (
-                row.minimum + row.step * std::round ((value - row.minimum) / row.step), row.minimum, row.maximum);
-
-    return value;
-}
-
-BandOption bandFor (const SmartBands::Setting& setting)
-{
-    BandOption band;
-    band.frequencyHz = inSteps (Kind::frequency, static_cast<float> (setting.frequency));
-    band.gainDb = inSteps (Kind::gain, setting.gain);
-    band.q = inSteps (Kind::q, setting.q);
-    band.highShelf = setting.shelf;
-    return band;
-}
-} // namespace
 
 TargetDistance TargetDistance::of (const Listener::Reading& reading, const MeasurementTarget& target)
 {
@@ -70,7 +43,29 @@ std::vector<BandOption> chooseSmartBands (const TargetDistance& distance, Filter
 
     for (const auto& setting : SmartBands::settingsFor (
              found, mode == FilterMode::master ? SmartBands::Limits::master : SmartBands::Limits::mix))
-        bands.push_back (bandFor (setting));
+        bands.push_back (bandOptionOf (setting));
 
     return bands;
+}
+
+BandOption bandOptionOf (const SmartBands::Setting& setting)
+{
+    using Kind = Settings::Parameter;
+
+    BandOption band;
+    band.frequencyHz = inStepsOf (ParameterIds::ofBand (0, Kind::frequency), static_cast<float> (setting.frequency));
+    band.gainDb = inStepsOf (ParameterIds::ofBand (0, Kind::gain), setting.gain);
+    band.q = inStepsOf (ParameterIds::ofBand (0, Kind::q), setting.q);
+    band.highShelf = setting.shelf;
+    return band;
+}
+
+float inStepsOf (const juce::String& parameterId, float value)
+{
+    for (const auto& row : ParameterTable::rows())
+        if (row.id == parameterId)
+            return std::clamp (
+                row.minimum + row.step * std::round ((value - row.minimum) / row.step), row.minimum, row.maximum);
+
+    return value;
 }

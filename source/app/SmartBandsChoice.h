@@ -4,6 +4,7 @@
 #include "app/Listener.h"
 #include "app/Measurement.h"
 #include "core/model/PluginModel.h"
+#include "targets/SmartBands.h"
 
 #include <vector>
 
@@ -23,3 +24,9 @@ struct TargetDistance
 /** The bands that would bring a recording near a target, as the window's command chooses them, in the steps of their
     parameters. */
 [[nodiscard]] std::vector<BandOption> chooseSmartBands (const TargetDistance& distance, FilterMode mode);
+
+/** A band of a choice, in the steps of its parameters. */
+[[nodiscard]] BandOption bandOptionOf (const SmartBands::Setting& setting);
+
+/** The nearest value that a parameter can hold. */
+[[nodiscard]] float inStepsOf (const juce::String& parameterId, float value);
