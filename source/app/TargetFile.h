@@ -6,10 +6,7 @@
 #include <string>
 #include <vector>
 
-/** A target in a file: JSON of `format`, `version`, `name`, `lufs`, `frequencies`, `values` and `tracks`.
-
-    A value that nothing was measured for is `null`. A reader needs `format`, `version`, `lufs` and ten `values`; all
-    else tells people where the numbers are from. */
+/** A target in a file, as the command line names it; see TargetDocument for what the file holds. */
 struct TargetFile
 {
     std::string name;

@@ -1,4 +1,5 @@
 #include "support/ProgramFixture.h"
+#include "targets/TargetDocument.h"
 
 #include <nlohmann/json.hpp>
 
@@ -100,6 +101,26 @@ TEST_F (ProgramTargetTest, makesATargetFile)
     // Made louder at 3 kHz and softer at 9.
     EXPECT_GT (file["tracks"][0]["values"][4].get<double>(), file["tracks"][1]["values"][4].get<double>() + 3.0);
     EXPECT_LT (file["tracks"][0]["values"][7].get<double>(), file["tracks"][1]["values"][7].get<double>() - 2.0);
+}
+
+TEST_F (ProgramTargetTest, thePlugInReadsTheFileAndWritesOneThatTheProgramReads)
+{
+    const auto file = target ({ "ref.wav" });
+    const auto parsed = TargetDocument::parse (bytesOf (folder.path ("my.target")));
+    const auto* document = std::get_if<TargetDocument> (&parsed);
+    ASSERT_NE (document, nullptr);
+    EXPECT_EQ (document->name, "my");
+    EXPECT_EQ (document->target.lufs, file["lufs"].get<float>());
+
+    for (std::size_t band = 0; band < 10; ++band)
+        EXPECT_EQ (document->target.values[band], file["values"][band].get<float>());
+
+    writeBytes (folder.path ("theirs.target"), document->text());
+    const auto ours = rendered ("in.wav", { "--target", "my.target" });
+    const auto theirs = rendered ("in.wav", { "--target", "theirs.target" });
+    EXPECT_EQ (ours["smartBands"], theirs["smartBands"]);
+    EXPECT_FALSE (ours["smartBands"].empty());
+    EXPECT_EQ (ours["target"]["values"], theirs["target"]["values"]);
 }
 
 TEST_F (ProgramTargetTest, aRangeBelongsToTheFileBeforeIt)
