@@ -298,6 +298,15 @@ void VelmoraAudioProcessor::applyCurrentPreset()
     choosePreset (presets.currentPreset().id);
 }
 
+void VelmoraAudioProcessor::adoptUserTarget()
+{
+    model.targetSetByUser = true;
+    model.setTargetsReady (false, false);
+    model.setSmartBandsReady (false, false);
+    resetAnalysis();
+    applyCurrentPreset();
+}
+
 void VelmoraAudioProcessor::resetAnalysis()
 {
     loudnessMeters().requestReset();

@@ -105,6 +105,10 @@ public:
     /** Takes the chosen preset's numbers anew, as when USER SETTING has got others. Any thread but the audio thread. */
     void applyCurrentPreset();
 
+    /** Takes it that USER SETTING holds another target of the user's: forgets what was measured, and takes the chosen
+        preset's numbers anew. Any thread but the audio thread. */
+    void adoptUserTarget();
+
     /** Forgets everything that was measured. Any thread but the audio thread. */
     void resetAnalysis();
 

@@ -6,9 +6,9 @@
 
 namespace
 {
-constexpr int middleY = 60;
-constexpr int rowStep = 3;
-constexpr int lastRow = 19;
+using TrackOutline::middleY;
+constexpr int rowStep = TrackOutline::columnStep;
+constexpr int lastRow = TrackOutline::rowCount;
 
 /** Rows that a level of 1 would reach: half of 40. */
 constexpr float rowsOfOne = 40.0f * 0.5f;

@@ -20,6 +20,10 @@ namespace TrackOutline
 /** Pixels from one column to the next. */
 inline constexpr int columnStep = 3;
 
+/** Where the middle line runs, and how many rows there are above and below it, as far apart as columns. */
+inline constexpr int middleY = 60;
+inline constexpr int rowCount = 19;
+
 /** @param levels          0 to 0.8 over the whole track
     @param columns         how many columns there are
     @param pixelsPerSample for the edges of the ranges; of several over one column the last counts

@@ -1,5 +1,7 @@
 #include "gui/editor/AnalysisSlide.h"
 
+#include "gui/look/Palette.h"
+
 namespace
 {
 /** At rest it ends above the window's lower edge; what slides is as high as all that lies below its top. */
@@ -13,6 +15,12 @@ AnalysisSlide::AnalysisSlide (juce::Component& windowToUse,
                               EditorClock& editorClock)
     : window (windowToUse), mainWindow (main), state (interfaceState), clock (editorClock)
 {
+    mainWindow.addChildComponent (ground);
+}
+
+void AnalysisSlide::Ground::paint (juce::Graphics& g)
+{
+    g.fillAll (juce::Colour (Palette::analysis));
 }
 
 void AnalysisSlide::open()
@@ -27,6 +35,7 @@ void AnalysisSlide::open()
 
 void AnalysisSlide::close()
 {
+    ground.setVisible (false);
     mainWindow.room().setMouseEnabled (true);
     mainWindow.room().collapseControls();
     state.analysisOpen = false;
@@ -55,6 +64,13 @@ void AnalysisSlide::advance()
 
 void AnalysisSlide::place()
 {
-    if (auto* component = analysis(); component != nullptr && state.analysisOpen)
-        component->setBounds (0, window.getHeight() - reach, window.getWidth(), restingHeight);
+    auto* component = analysis();
+
+    if (component == nullptr || ! state.analysisOpen)
+        return;
+
+    component->setBounds (0, window.getHeight() - reach, window.getWidth(), restingHeight);
+    ground.setBounds (mainWindow.getLocalBounds().withTop (component->getBottom()));
+    ground.toBehind (component);
+    ground.setVisible (true);
 }

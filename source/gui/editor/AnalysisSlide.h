@@ -25,10 +25,18 @@ public:
     void place();
 
 private:
+    /** Covers what the room still shows below the window at rest. */
+    class Ground final : public juce::Component
+    {
+    public:
+        void paint (juce::Graphics& g) override;
+    };
+
     [[nodiscard]] juce::Component* analysis() const { return mainWindow.component (MainWindow::Place::analysisWindow); }
 
     juce::Component& window;
     MainWindow& mainWindow;
     InterfaceState& state;
     EditorClock& clock;
+    Ground ground;
 };

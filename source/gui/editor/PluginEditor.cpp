@@ -1,5 +1,6 @@
 #include "gui/editor/PluginEditor.h"
 
+#include "gui/analysis/AnalysisWindow.h"
 #include "gui/editor/PresetMenu.h"
 #include "gui/editor/RoomPlaces.h"
 #include "gui/help/HelpWindow.h"
@@ -297,8 +298,8 @@ void VelmoraAudioProcessorEditor::buttonClicked (juce::Button* button)
         overlays.toggle (topRow.settingsButton, Place::settingsWindow);
     else if (button == &topRow.helpButton)
         overlays.toggle (topRow.helpButton, Place::helpWindow);
-    else if (button == &topRow.analyseButton && mainWindow.has (Place::analysisWindow))
-        topRow.analyseButton.isToggled() ? hideAnalysis() : showAnalysis();
+    else if (button == &topRow.analyseButton)
+        model.interfaceState.analysisOpen ? hideAnalysis() : showAnalysis();
     else if (button == &topRow.outputGainButton)
         model.setParameterValue (ParameterIds::bypass, model.bypassParameterOn() ? 0.0f : 1.0f);
 }
@@ -348,9 +349,11 @@ void VelmoraAudioProcessorEditor::actionListenerCallback (const juce::String& me
     {
         overlays.closeWindowsAndButtons();
     }
-    else if (message == "ANALYSIS-CLOSE")
+    else if (message == AnalysisWindow::closed)
     {
-        hideAnalysis();
+        // It may come after the user has closed it, and opened something else.
+        if (model.interfaceState.analysisOpen)
+            hideAnalysis();
     }
     else if (message == "SETTINGS-CLOSE")
     {
@@ -358,20 +361,20 @@ void VelmoraAudioProcessorEditor::actionListenerCallback (const juce::String& me
         applyToolTipSetting();
         audioProcessor.saveSettings();
     }
-    else if (message == "TARGET-SET")
+    else if (message == AnalysisWindow::targetSet)
     {
         adoptNewTarget();
+    }
+    else if (message.startsWith (AnalysisWindow::notice))
+    {
+        showMessage (message.fromFirstOccurrenceOf (AnalysisWindow::notice, false, false));
     }
 }
 
 void VelmoraAudioProcessorEditor::adoptNewTarget()
 {
-    model.targetSetByUser = true;
-    model.setTargetsReady (false, false);
-    model.setSmartBandsReady (false, false);
-    audioProcessor.resetAnalysis();
+    audioProcessor.adoptUserTarget();
     mainWindow.room().forgetMeasurement();
-    audioProcessor.applyCurrentPreset();
     followPreset (false);
 }
 

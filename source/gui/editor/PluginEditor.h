@@ -46,7 +46,8 @@ public:
     void mouseDown (const juce::MouseEvent& event) override;
     void buttonClicked (juce::Button* button) override;
 
-    /** What a window that lies over the room has to say: "CLOSE", "ANALYSIS-CLOSE", "SETTINGS-CLOSE", "TARGET-SET". */
+    /** What a window that lies over the room has to say: "CLOSE", "ANALYSIS-CLOSE", "SETTINGS-CLOSE", "TARGET-SET", and
+        "ANALYSIS-NOTICE:" with a text to be shown. */
     void actionListenerCallback (const juce::String& message) override;
 
     void parameterChanged (const juce::String& parameterId, float newValue) override;

@@ -1,5 +1,6 @@
 #include "gui/editor/RoomPlaces.h"
 
+#include "gui/analysis/AnalysisWindow.h"
 #include "gui/help/HelpWindow.h"
 #include "gui/panels/GainScalePanel.h"
 #include "gui/panels/OutputGainPanel.h"
@@ -26,6 +27,10 @@ HelpWindow& RoomPlaces::fill (MainWindow& main,
     // Their sliders included, or a panel would not know that the mouse has left it.
     for (const auto place : { Place::outputGainPanel, Place::gainScalePanel })
         main.component (place)->addMouseListener (&pointer, true);
+
+    auto analysis = std::make_unique<AnalysisWindow> (processor);
+    analysis->addActionListener (&words);
+    main.fill (Place::analysisWindow, std::move (analysis));
 
     auto help = std::make_unique<HelpWindow> (processor.model.interfaceState, hosts);
     help->addActionListener (&words);

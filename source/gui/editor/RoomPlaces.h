@@ -8,7 +8,7 @@ class HelpWindow;
 /** What opens over the room, made and put into its places. Message thread. */
 namespace RoomPlaces
 {
-/** Makes the pages of help and settings, and the panels below their buttons.
+/** Makes the pages of help and settings, the analysis window, and the panels below their buttons.
 
     @param words    hears what a page says when it is closed
     @param pointer  hears of the mouse over the panels and their sliders

@@ -89,6 +89,20 @@ juce::String Icons::svg (Role role)
             return text (closeover_svg, closeover_svgSize);
         case Role::closeDown:
             return text (closedown_svg, closedown_svgSize);
+        case Role::closeAnalysis:
+            return text (closeanalysis_svg, closeanalysis_svgSize);
+        case Role::trackAdd:
+            return text (trackadd_svg, trackadd_svgSize);
+        case Role::trackDelete:
+            return text (trackdelete_svg, trackdelete_svgSize);
+        case Role::dropFiles:
+            return text (dropfiles_svg, dropfiles_svgSize);
+        case Role::cursorAdd:
+            return text (cursoradd_svg, cursoradd_svgSize);
+        case Role::cursorRemove:
+            return text (cursorremove_svg, cursorremove_svgSize);
+        case Role::cursorMove:
+            return text (cursormove_svg, cursormove_svgSize);
         case Role::website:
             return text (website_svg, website_svgSize);
         case Role::websiteNews:

@@ -49,10 +49,17 @@ enum class Role
     switchOnDown,
     close,
     closeOver,
-    closeDown
+    closeDown,
+    closeAnalysis,
+    trackAdd,
+    trackDelete,
+    dropFiles,
+    cursorAdd,
+    cursorRemove,
+    cursorMove
 };
 
-inline constexpr int roleCount = static_cast<int> (Role::closeDown) + 1;
+inline constexpr int roleCount = static_cast<int> (Role::cursorMove) + 1;
 
 [[nodiscard]] juce::String svg (Role role);
 } // namespace Icons

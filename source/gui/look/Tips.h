@@ -132,6 +132,22 @@ inline constexpr auto analysis =
     "input monitoring to audition tracks. Click + Drag to create and adjust loops. Alt + Click on a loop "
     "to delete it, Alt + Click outside a loop to delete all loops on that track.\n ";
 
+inline constexpr auto analyse = "Click to analyse currently loaded tracks.\n ";
+
+inline constexpr auto addTrack =
+    "Add your reference tracks. You can also drag and drop your \nreferences onto the waveform to add a track.\n ";
+
+inline constexpr auto deleteTrack = "Delete the selected reference track.\n ";
+
+inline constexpr auto closeAnalysis = "Close the analysis window.\n ";
+
+inline constexpr auto saveTarget = "Save your target to a file, for other sessions and for the command line.\n ";
+
+inline constexpr auto loadTarget = "Load a target from a file. It takes the place of the USER SETTING preset.\n ";
+
+inline constexpr auto transport =
+    "Click to listen to the selected track from here, in place of your audio. Click again beside the line to pause.\n ";
+
 /** A tip as a text of the framework's. */
 [[nodiscard]] inline juce::String text (const char* tip)
 {

@@ -2,6 +2,7 @@
 
 #include "gui/look/Palette.h"
 #include "gui/look/PointerShape.h"
+#include "gui/look/TransportPicture.h"
 
 #include <algorithm>
 #include <cmath>
@@ -162,6 +163,14 @@ int VelmoraLookandFeel::getSliderThumbRadius (juce::Slider&)
     return trackInset;
 }
 
+juce::Slider::SliderLayout VelmoraLookandFeel::getSliderLayout (juce::Slider& slider)
+{
+    if (TransportPicture::isTransport (slider))
+        return { TransportPicture::trackArea (slider), {} };
+
+    return LookAndFeel_V3::getSliderLayout (slider);
+}
+
 float VelmoraLookandFeel::tickPosition (int decibels, float trackStart, float trackLength) noexcept
 {
     return static_cast<float> (decibels + 12) / 24.0f * trackLength + trackStart;
@@ -185,6 +194,9 @@ void VelmoraLookandFeel::drawLinearSliderBackground (juce::Graphics& g,
                                                      juce::Slider::SliderStyle,
                                                      juce::Slider& slider)
 {
+    if (TransportPicture::isTransport (slider))
+        return TransportPicture::draw (g, slider, position);
+
     const auto half = static_cast<float> (slider.getHeight()) * 0.5f;
     const auto start = static_cast<float> (x);
     const auto length = static_cast<float> (width);
@@ -237,6 +249,9 @@ void VelmoraLookandFeel::drawLinearSliderThumb (juce::Graphics& g,
                                                 juce::Slider::SliderStyle,
                                                 juce::Slider& slider)
 {
+    if (TransportPicture::isTransport (slider))
+        return;
+
     const auto dragged = slider.isMouseButtonDown();
     const auto half = static_cast<float> (slider.getHeight()) * 0.5f;
     const auto height = std::min (thumbHeight, half * 2.0f);
@@ -247,13 +262,6 @@ void VelmoraLookandFeel::drawLinearSliderThumb (juce::Graphics& g,
         return juce::Rectangle<float> (barWidth, barHeight).withCentre ({ centre, half });
     };
     const auto inner = bar (thumbInnerWidth, std::min (thumbInnerHeight, height - 4.0f));
-
-    if (slider.getName() == "play")
-    {
-        g.setColour (slider.findColour (juce::Slider::trackColourId));
-        g.fillRoundedRectangle (bar (thumbWidth, height), 1.0f);
-        return;
-    }
 
     g.setColour (colour (dragged ? Palette::thumbDragged : Palette::thumb));
     g.fillRoundedRectangle (bar (thumbWidth, height), 1.0f);
@@ -271,6 +279,10 @@ void VelmoraLookandFeel::drawLinearSliderThumb (juce::Graphics& g,
 juce::Font VelmoraLookandFeel::getLabelFont (juce::Label& label)
 {
     const auto asked = label.getFont();
+
+    if (label.getName() == "track")
+        return asked;
+
     return asked.isBold() ? bold (asked.getHeight()) : regular (asked.getHeight());
 }
 

@@ -9,8 +9,9 @@
 /** The interface's dark look. Every standard widget is drawn here; what it does not draw stays as the framework has it.
 
     Names and ids of components choose between variants: a text button whose name holds "bold" or "small", the sliders
-    "gain-scale", "output-gain" and "play", the label "readout", and labels whose id says which way they point ("left",
-    "right", "leftTop", ...). Paints on whatever thread holds the message lock. */
+    "gain-scale", "output-gain", and "play" or "pause", the labels "readout" and "track", which keeps its own font, and
+    labels whose id says which way they point ("left", "right", "leftTop", ...). Paints on whatever thread holds the
+    message lock. */
 class VelmoraLookandFeel final : public juce::LookAndFeel_V3
 {
 public:
@@ -36,6 +37,7 @@ public:
                                bool down) override;
 
     int getSliderThumbRadius (juce::Slider& slider) override;
+    juce::Slider::SliderLayout getSliderLayout (juce::Slider& slider) override;
     void drawLinearSliderBackground (juce::Graphics& g,
                                      int x,
                                      int y,

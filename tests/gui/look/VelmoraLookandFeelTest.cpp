@@ -139,11 +139,30 @@ TEST_F (VelmoraLookandFeelTest, theThumbIsABarAtTheValue)
     EXPECT_EQ (Pictures::count (picture, { 100, 0, 50, 40 }, of (0xFF969696)), 0);
 }
 
-TEST_F (VelmoraLookandFeelTest, thePlayThumbHasTheTracksColour)
+TEST_F (VelmoraLookandFeelTest, thePlayPositionIsALineInTheTracksColour)
 {
+    // Between the waveform's edges: 8 + 205 / 2, rounded.
     const auto picture = drawSlider ("play", 0.0);
+    EXPECT_EQ (Pictures::count (picture, { 109, 0, 2, 40 }, of (0xFF3B3B3B)), 2 * 40);
+    EXPECT_EQ (Pictures::count (picture, { 0, 0, 218, 40 }, of (0xFF3B3B3B)), 2 * 40);
     EXPECT_EQ (Pictures::count (picture, { 0, 0, 218, 40 }, of (0xFF969696)), 0);
-    EXPECT_GE (Pictures::count (picture, { 106, 12, 6, 4 }, of (0xFF3B3B3B)), 20);
+}
+
+TEST_F (VelmoraLookandFeelTest, theTransportShowsWhatAClickDoes)
+{
+    const juce::Rectangle<int> symbol { 8, 23, 10, 10 };
+    const auto light = of (0xFFC8C8C8);
+    const auto paused = drawSlider ("pause", 0.0);
+    EXPECT_EQ (Pictures::count (paused, symbol, light), 2 * 3 * 10);
+    EXPECT_EQ (Pictures::count (paused, { 8, 23, 3, 10 }, light), 3 * 10);
+
+    const auto triangle = Pictures::count (drawSlider ("play", 0.0), symbol, light);
+    EXPECT_GT (triangle, 35);
+    EXPECT_LT (triangle, 55);
+
+    // The strip is the lower 24 pixels.
+    EXPECT_EQ (drawSlider ("play", 0.0).getPixelAt (60, 16), of (0xFF1D1D1D));
+    EXPECT_NE (drawSlider ("play", 0.0).getPixelAt (60, 15), of (0xFF1D1D1D));
 }
 
 TEST_F (VelmoraLookandFeelTest, theLevelMatchPointerStandsBelowTheTrackOfTheOutputSliderAlone)
