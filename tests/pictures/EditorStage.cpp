@@ -4,6 +4,9 @@
 #include "gui/room/ScaleSelector.h"
 #include "support/Messages.h"
 
+#include <juce_audio_formats/juce_audio_formats.h>
+
+#include <cmath>
 #include <stdexcept>
 
 namespace
@@ -97,9 +100,14 @@ void EditorStage::settle()
 {
     rig.waitForWorkers();
 
-    do
+    // Below an open analysis window the walls rest.
+    while (! model().interfaceState.analysisOpen)
+    {
         awaitWalls();
-    while (model().interfaceState.scaleAnimating || model().responseCurveChanged);
+
+        if (! model().interfaceState.scaleAnimating && ! model().responseCurveChanged)
+            break;
+    }
 
     endMovements();
 }
@@ -129,6 +137,61 @@ void EditorStage::endMovements()
         if (midSide != nullptr && midSide->isVisible())
             midSide->timerCallback();
     }
+}
+
+AnalysisWindow& EditorStage::openAnalysis()
+{
+    settle();
+    auto& main = editor->main();
+    auto& analysis = dynamic_cast<AnalysisWindow&> (*main.component (MainWindow::Place::analysisWindow));
+    editor->buttons().analyseButton.triggerClick();
+    PluginRig::serveMessagesUntil ([&] { return analysis.isVisible(); });
+    analysis.stopTimer();
+
+    while (model().interfaceState.analysisSliding)
+        editor->timerCallback();
+
+    return analysis;
+}
+
+ReferenceTrackModel::TrackPtr EditorStage::loadTrack (const std::string& name, double seconds)
+{
+    const auto length = static_cast<int> (seconds * sampleRate);
+    juce::AudioBuffer<float> buffer (2, length);
+    const auto noise = signals::noise (2, length, 7, 1.0f);
+
+    for (int channel = 0; channel < 2; ++channel)
+        for (int i = 0; i < length; ++i)
+        {
+            // Three swells, the middle one the loudest, with a beat in them.
+            const auto time = static_cast<float> (i) / static_cast<float> (length);
+            const auto swell = std::sin (3.0f * juce::MathConstants<float>::pi * time);
+            const auto beat = 0.7f + 0.3f * std::sin (240.0f * time);
+            const auto loudness = swell * swell * beat * (time > 0.33f && time < 0.67f ? 1.0f : 0.5f);
+            buffer.setSample (
+                channel, i, 0.5f * loudness * noise[static_cast<std::size_t> (channel)][static_cast<std::size_t> (i)]);
+        }
+
+    const auto file = files.file (name + ".wav");
+    auto stream = file.createOutputStream();
+    const std::unique_ptr<juce::AudioFormatWriter> writer (
+        juce::WavAudioFormat().createWriterFor (stream.get(), sampleRate, 2, 16, {}, 0));
+    std::ignore = stream.release();
+    writer->writeFromAudioSampleBuffer (buffer, 0, length);
+    writer->flush();
+
+    auto& references = rig.processor.referenceTracks;
+    const auto before = references.tracks().size();
+    ReferenceTrackRequest request;
+    request.filePath = file.getFullPathName();
+    references.enqueue (std::move (request));
+    PluginRig::serveMessagesUntil (
+        [&]
+        {
+            const auto tracks = references.tracks();
+            return tracks.size() > before && tracks.back()->loaded;
+        });
+    return references.tracks().back();
 }
 
 juce::Image EditorStage::picture()

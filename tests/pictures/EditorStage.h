@@ -1,8 +1,10 @@
 #pragma once
 
+#include "gui/analysis/AnalysisWindow.h"
 #include "gui/band/SolvaneControl.h"
 #include "gui/editor/PluginEditor.h"
 #include "support/PluginRig.h"
+#include "support/TemporaryFolder.h"
 #include "window/TestScreen.h"
 
 /** The plug-in's window as it stands on the display that DISPLAY names, in this process: pictures of it are made by the
@@ -47,6 +49,12 @@ public:
     /** The window as it is now, in pixels of the display. */
     [[nodiscard]] juce::Image picture();
 
+    /** Opens the analysis window, as its button does, and takes it to its place. Its timer stands still. */
+    [[nodiscard]] AnalysisWindow& openAnalysis();
+
+    /** Makes a sound file of so many seconds that grows and fades, and loads it as a reference track. */
+    ReferenceTrackModel::TrackPtr loadTrack (const std::string& name, double seconds);
+
     PluginRig rig;
 
 private:
@@ -55,6 +63,7 @@ private:
     void endMovements();
 
     const Size size;
+    TemporaryFolder files;
     TestScreen screen;
     std::unique_ptr<VelmoraAudioProcessorEditor> editor;
 };

@@ -267,6 +267,89 @@ void openSettings (EditorStage& stage)
     PluginRig::serveMessagesUntil (
         [&] { return stage.window().main().isShowingPlace (MainWindow::Place::settingsWindow); });
 }
+
+/** A track with one range that counts as active and one that does not. */
+ReferenceTrackModel::TrackPtr loadMarkedTrack (EditorStage& stage)
+{
+    auto track = stage.loadTrack ("Summer rain master", 12.0);
+    const auto second = static_cast<int> (track->rates.session);
+    track->setLoops ({ { second, 3 * second, true, 1 }, { 5 * second, 7 * second, false, 2 } });
+    return track;
+}
+
+/** The window over tracks that are there already; without them it takes what is said to it. */
+AnalysisWindow& openAnalysisWithTracks (EditorStage& stage)
+{
+    auto& analysis = stage.openAnalysis();
+    Messages::deliver();
+
+    // As if the host had just called.
+    stage.model().audioCallbackSeen = true;
+    analysis.timerCallback();
+    return analysis;
+}
+
+void markTrack (EditorStage& stage)
+{
+    auto& analysis = openAnalysisWithTracks (stage);
+    const auto track = loadMarkedTrack (stage);
+    Messages::deliver();
+    analysis.waveform().setTrack (track);
+}
+
+void playOneOfThree (EditorStage& stage)
+{
+    auto& analysis = openAnalysisWithTracks (stage);
+    stage.loadTrack ("First mix", 4.0);
+    const auto second = loadMarkedTrack (stage);
+    stage.loadTrack ("Third mix", 6.0);
+    Messages::deliver();
+    analysis.trackRows().find (second->id)->onClick (analysis.trackRows().find (second->id));
+    second->playPosition = second->numSamples / 5 * 2;
+    analysis.transportBar().onPress();
+    analysis.transportBar().onClick();
+    stage.model().audioCallbackSeen = true;
+    analysis.timerCallback();
+}
+
+void measureTracks (EditorStage& stage)
+{
+    auto& analysis = openAnalysisWithTracks (stage);
+    stage.loadTrack ("First mix", 4.0);
+    stage.loadTrack ("Second mix", 6.0);
+    Messages::deliver();
+    TargetProgress progress;
+    progress.trackCount = 2;
+    progress.percent = 42;
+    analysis.showProgress (progress);
+}
+
+/** A target of the user's own, and a host that does not call. */
+void missTheHost (EditorStage& stage)
+{
+    stage.model().targetSetByUser = true;
+    auto& analysis = openAnalysisWithTracks (stage);
+    stage.loadTrack ("First mix", 4.0);
+    Messages::deliver();
+    analysis.timerCallback();
+}
+
+void missAFile (EditorStage& stage)
+{
+    openAnalysisWithTracks (stage).actionListenerCallback ("FILE_NOT_FOUND:SUMMER RAIN MASTER");
+}
+
+void loadTwenty (EditorStage& stage)
+{
+    auto& analysis = openAnalysisWithTracks (stage);
+
+    for (int number = 1; number <= 20; ++number)
+        stage.loadTrack ("Mix " + std::to_string (number), 1.2);
+
+    Messages::deliver();
+    stage.model().audioCallbackSeen = true;
+    analysis.timerCallback();
+}
 } // namespace
 
 const std::vector<EditorState>& editorStates()
@@ -316,6 +399,13 @@ const std::vector<EditorState>& editorStates()
         { "output-gain", openOutputGain },
         { "gain-scale", openGainScale },
         { "heat", glow },
+        { "analysis-empty", [] (EditorStage& stage) { openAnalysisWithTracks (stage); } },
+        { "analysis-ranges", markTrack },
+        { "analysis-playing", playOneOfThree },
+        { "analysis-running", measureTracks },
+        { "analysis-hint", missTheHost },
+        { "analysis-not-found", missAFile },
+        { "analysis-twenty", loadTwenty },
     };
 
     return states;
