@@ -10,7 +10,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <limits>
 #include <stdexcept>
 
 namespace
@@ -235,6 +237,37 @@ TEST (TrackAnalysisTest, correctionsComeBeforeTheTopBand)
                topBandValueOf ({ static_cast<double> (corrected.bands[6]),
                                  static_cast<double> (corrected.bands[7]),
                                  static_cast<double> (corrected.bands[8]) }));
+}
+
+/** What was given before is gone with each call, as where a window moves along a file. */
+TEST (TrackAnalysisTest, readsEachRangeFromFrontToBackAndKeepsNothing)
+{
+    constexpr int length = 150000;
+    const auto signal = noise (length, 3);
+    const std::vector<TrackRange> ranges { { 60000, 149990 }, { 100, 55001 } };
+    std::vector<float> given;
+    std::vector<int> starts;
+
+    const auto read = [&] (int start, int count)
+    {
+        EXPECT_GE (start, 0);
+        EXPECT_TRUE (count > 0 && count <= 1024 && start + count <= length) << start << ' ' << count;
+        std::ranges::fill (given, std::numeric_limits<float>::quiet_NaN());
+        given.assign (signal.left.begin() + start, signal.left.begin() + start + count);
+        starts.push_back (start);
+        return orvik::ChannelPointers { given.data(), nullptr };
+    };
+
+    const TrackRates rates { 48000.0, 48000.0, 4 };
+    const auto reading = analyseTrack (read, length, ranges, rates, {});
+    const auto expected = analyseTrack ({ signal.left.data(), nullptr, length }, ranges, rates, {});
+    EXPECT_EQ (reading.lufs, expected.lufs);
+    EXPECT_EQ (reading.bands, expected.bands);
+
+    const auto second = std::ranges::find (starts, 100);
+    ASSERT_NE (second, starts.end());
+    EXPECT_TRUE (std::is_sorted (starts.begin(), second));
+    EXPECT_TRUE (std::is_sorted (second, starts.end()));
 }
 
 TEST (TrackAnalysisTest, aCallerCanBreakAnAnalysisOff)
