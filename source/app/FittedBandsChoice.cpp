@@ -5,11 +5,6 @@
 
 #include <algorithm>
 
-namespace
-{
-constexpr float freeRiseDb = 3.0f;
-} // namespace
-
 FittedBandsChoice FittedBandsChoice::of (const TargetDistance& distance,
                                          double sampleRate,
                                          const EqualiserSettings& settings,
@@ -25,10 +20,6 @@ FittedBandsChoice FittedBandsChoice::of (const TargetDistance& distance,
 
     FittedBandsChoice choice;
     std::ranges::transform (fitted.bands, std::back_inserter (choice.bands), bandOptionOf);
-
-    // A quiet recording is turned down for a real jump alone: further down, its meters would hear even less of it.
-    const auto free = distance.lufs < Listener::quietLufs ? freeRiseDb : 0.0f;
-    const auto rise = fitted.loudnessChangeDb;
-    choice.outputGainDb = inStepsOf (ParameterIds::outputGain, rise > 0.0f ? std::min (free - rise, 0.0f) : -rise);
+    choice.outputGainDb = inStepsOf (ParameterIds::outputGain, fitted.outputGainDb);
     return choice;
 }

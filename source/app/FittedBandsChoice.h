@@ -5,7 +5,7 @@
 
 #include <vector>
 
-/** Bands found by least squares, and the output gain with them that leaves the recording about as loud as it was. */
+/** Bands found by least squares, and the output gain with which they are no jump in level. */
 struct FittedBandsChoice
 {
     std::vector<BandOption> bands;

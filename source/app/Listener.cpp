@@ -1,5 +1,7 @@
 #include "app/Listener.h"
 
+#include "targets/fit/FitTask.h"
+
 #include <algorithm>
 #include <cmath>
 #include <limits>

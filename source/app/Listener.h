@@ -28,9 +28,6 @@ public:
     /** What was heard of all that came. Nothing comes afterwards. */
     [[nodiscard]] Reading finish();
 
-    /** Below that a recording's softer bands often lie below the meters' gate. */
-    static constexpr float quietLufs = -28.0f;
-
     /** What a user should know of the reading, in sentences: too little sound, too quiet, or not yet at rest, which is
         when what the bands would be raised or lowered by moved by 0.25 dB or more in the last seconds. After finish().
         @param subject what they call the recording */

@@ -83,6 +83,7 @@ TEST_F (ProgramFitTest, aQuietRecordingIsNotTurnedDownForLittle)
     const auto report = matched ({ "--fit", "--mode", "mix" }, "quiet.wav");
     EXPECT_LT (report["before"]["lufs"].get<double>(), -28.0);
     EXPECT_GE (report["outputGain"].get<double>(), 0.0);
+    EXPECT_THAT (report["smartBands"], Not (IsEmpty()));
     EXPECT_THAT (notes, HasSubstr ("the input is quiet, -"));
 }
 

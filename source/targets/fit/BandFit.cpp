@@ -253,6 +253,6 @@ FittedBands fitBands (const FitTask& task)
     auto bands = admitted (Placement (task).run(), guard);
     std::ranges::stable_sort (bands, {}, &FitBand::frequencyHz);
     std::ranges::transform (bands, std::back_inserter (result.bands), settingOf);
-    result.loudnessChangeDb = bands.empty() ? 0.0f : static_cast<float> (guard.loudnessChange (bands));
+    result.outputGainDb = bands.empty() ? 0.0f : static_cast<float> (guard.makeUpDb (bands));
     return result;
 }

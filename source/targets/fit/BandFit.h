@@ -10,8 +10,8 @@ struct FittedBands
 {
     std::vector<SmartBands::Setting> bands;
 
-    /** How much louder they make the recording, in dB, as predicted. */
-    float loudnessChangeDb = 0.0f;
+    /** The output gain in dB with which they are no jump in level, as predicted: within 12 dB. */
+    float outputGainDb = 0.0f;
 };
 
 /** Finds up to ten bands whose gains, frequencies and Qs together bring what the meters read nearest to what is wanted,

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstddef>
 #include <numeric>
+#include <utility>
 
 namespace
 {
@@ -24,7 +25,8 @@ constexpr double limitWeight = 60.0;
 constexpr double limitMarginDb = 0.7;
 
 constexpr double loudnessWeight = 0.02;
-constexpr double freeLoudnessDb = 3.0;
+constexpr double softLoudnessDb = 3.0;
+constexpr double keptLoudnessWeight = 2.0;
 
 constexpr double decibelsPerNeper = 4.342944819032518;
 constexpr double leastPower = 1e-9;
@@ -64,97 +66,142 @@ FitCost::FitCost (const HeardSpectrum& spectrumToUse,
         meanWeights.push_back (hz / sum);
 }
 
+/** Squares that add up, with the slopes of their sum over the meters' changes and over the response in dB. */
+struct FitCost::Sum
+{
+    explicit Sum (FitPrediction predicted)
+        : prediction (std::move (predicted)), perResponse (prediction.response.size())
+    {
+    }
+
+    /** A square, and the slope of it over what is squared. */
+    double add (double weight, double rest) noexcept
+    {
+        cost += weight * rest * rest;
+        return 2.0 * weight * rest;
+    }
+
+    const FitPrediction prediction;
+    double cost = 0.0;
+    std::array<double, analysisBandCount> perBand {};
+    double perOverall = 0.0;
+    std::vector<double> perResponse;
+};
+
 double FitCost::of (std::span<const double> powers, std::span<double> slopes) const
 {
-    const FitPrediction prediction (spectrum, powers);
-    const auto& response = prediction.response;
-    const auto& wanted = goal.curve();
-    const auto count = response.size();
+    Sum sum (FitPrediction (spectrum, powers));
+    addMeters (sum);
+    addCurve (sum);
+    addSlopes (sum);
+    addLimits (sum);
 
-    // Slopes of the cost over the meters' changes and over the response in dB; at the end over the powers.
-    std::array<double, analysisBandCount> perBand {};
-    auto perOverall = 0.0;
-    std::vector<double> perResponse (count);
-    auto cost = 0.0;
+    if (! slopes.empty())
+        slopesOverPowers (sum, powers, slopes);
+
+    return sum.cost;
+}
+
+void FitCost::addMeters (Sum& sum) const
+{
+    const auto& prediction = sum.prediction;
 
     for (std::size_t band = 0; band < analysisBandCount; ++band)
         if (goal.counts (band) && std::isfinite (prediction.bands[band]))
         {
-            const auto rest = prediction.bands[band] - prediction.overall - goal.adjustment (band);
-            cost += rest * rest;
-            perBand[band] += 2.0 * rest;
-            perOverall -= 2.0 * rest;
+            const auto slope = sum.add (1.0, prediction.bands[band] - prediction.overall - goal.adjustment (band));
+            sum.perBand[band] += slope;
+            sum.perOverall -= slope;
         }
+}
 
+void FitCost::addCurve (Sum& sum) const
+{
+    const auto& response = sum.prediction.response;
     auto topRest = 0.0;
 
-    for (std::size_t index = 0; index < count; ++index)
+    for (std::size_t index = 0; index < response.size(); ++index)
     {
-        const auto rest = response[index] - prediction.overall - wanted[index];
-        cost += curveWeights[index] * rest * rest;
-        perResponse[index] += 2.0 * curveWeights[index] * rest;
-        perOverall -= 2.0 * curveWeights[index] * rest;
+        const auto rest = response[index] - sum.prediction.overall - goal.curve()[index];
+        const auto slope = sum.add (curveWeights[index], rest);
+        sum.perResponse[index] += slope;
+        sum.perOverall -= slope;
         topRest += topWeights[index] * rest;
-
-        const auto margin = goal.isSilent (index) ? 0.0 : limitMarginDb;
-        const auto floor = goal.floor() + limitMarginDb;
-        const auto ceiling = goal.ceiling (index) - margin;
-        const auto beyond = outside (response[index], floor, ceiling);
-        const auto beyondLevelled = outside (response[index] - prediction.overall, floor, ceiling);
-        cost += limitWeight * octave * (beyond * beyond + beyondLevelled * beyondLevelled);
-        perResponse[index] += 2.0 * limitWeight * octave * (beyond + beyondLevelled);
-        perOverall -= 2.0 * limitWeight * octave * beyondLevelled;
     }
 
-    cost += topWeight * topRest * topRest;
+    const auto slope = sum.add (topWeight, topRest);
+    sum.perOverall -= slope;
 
-    for (std::size_t index = 0; index < count; ++index)
-    {
-        perResponse[index] += 2.0 * topWeight * topRest * topWeights[index];
-        perOverall -= 2.0 * topWeight * topRest * topWeights[index];
-    }
+    for (std::size_t index = 0; index < response.size(); ++index)
+        sum.perResponse[index] += slope * topWeights[index];
+}
 
-    for (std::size_t index = 1; index < count; ++index)
+void FitCost::addSlopes (Sum& sum) const
+{
+    const auto& response = sum.prediction.response;
+    const auto& wanted = goal.curve();
+
+    for (std::size_t index = 1; index < response.size(); ++index)
     {
         const auto own = (response[index] - response[index - 1]) / octave;
         const auto asked = (wanted[index] - wanted[index - 1]) / octave;
-        const auto beyond = outside (own, std::min (asked, 0.0) - freeSlopeDb, std::max (asked, 0.0) + freeSlopeDb);
-        cost += slopeWeight * octave * beyond * beyond;
-        perResponse[index] += 2.0 * slopeWeight * beyond;
-        perResponse[index - 1] -= 2.0 * slopeWeight * beyond;
+        const auto slope =
+            sum.add (slopeWeight * octave,
+                     outside (own, std::min (asked, 0.0) - freeSlopeDb, std::max (asked, 0.0) + freeSlopeDb))
+            / octave;
+        sum.perResponse[index] += slope;
+        sum.perResponse[index - 1] -= slope;
+    }
+}
+
+void FitCost::addLimits (Sum& sum) const
+{
+    const auto& response = sum.prediction.response;
+    const auto overall = sum.prediction.overall;
+    const auto kept = overall < 0.0 ? goal.keptDropDb() : goal.keptRiseDb();
+    const auto floor = goal.floor() + limitMarginDb;
+
+    for (std::size_t index = 0; index < response.size(); ++index)
+    {
+        const auto ceiling = goal.ceiling (index) - (goal.isSilent (index) ? 0.0 : limitMarginDb);
+        sum.perResponse[index] += sum.add (limitWeight * octave, outside (response[index], floor, ceiling));
+
+        // With the output gain as well.
+        if (kept == 0.0)
+        {
+            const auto slope = sum.add (limitWeight * octave, outside (response[index] - overall, floor, ceiling));
+            sum.perResponse[index] += slope;
+            sum.perOverall -= slope;
+        }
     }
 
-    const auto louder = outside (prediction.overall, -freeLoudnessDb, freeLoudnessDb);
-    cost += loudnessWeight * louder * louder;
-    perOverall += 2.0 * loudnessWeight * louder;
+    // Of a change that may be kept there is better none that may not, which the output gain would bend off.
+    sum.perOverall += kept == 0.0 ? sum.add (loudnessWeight, outside (overall, -softLoudnessDb, softLoudnessDb))
+                                  : sum.add (keptLoudnessWeight, outside (overall, -kept, kept));
 
     const auto mean = std::inner_product (response.begin(), response.end(), meanWeights.begin(), 0.0);
-    const auto tooLow = std::min (mean - lowestMean, 0.0);
-    cost += limitWeight * tooLow * tooLow;
+    const auto slope = sum.add (limitWeight, std::min (mean - lowestMean, 0.0));
 
-    for (std::size_t index = 0; index < count; ++index)
-        perResponse[index] += 2.0 * limitWeight * tooLow * meanWeights[index];
+    for (std::size_t index = 0; index < response.size(); ++index)
+        sum.perResponse[index] += slope * meanWeights[index];
+}
 
-    if (slopes.empty())
-        return cost;
+void FitCost::slopesOverPowers (const Sum& sum, std::span<const double> powers, std::span<double> slopes) const
+{
+    for (std::size_t index = 0; index < slopes.size(); ++index)
+        slopes[index] = sum.perResponse[index] * decibelsPerNeper / std::max (powers[index], leastPower);
 
-    const auto powerOf = [] (double change) { return std::pow (10.0, 0.1 * change); };
-    const auto spread = [&] (const HeardSpectrum::Shares& shares, double perChange, double change)
+    const auto spread = [&slopes] (const HeardSpectrum::Shares& shares, double perChange, double change)
     {
-        const auto factor = perChange * decibelsPerNeper / powerOf (change);
+        const auto factor = perChange * decibelsPerNeper / std::pow (10.0, 0.1 * change);
 
-        for (std::size_t index = 0; index < count; ++index)
+        for (std::size_t index = 0; index < slopes.size(); ++index)
             slopes[index] += factor * shares[index];
     };
 
-    for (std::size_t index = 0; index < count; ++index)
-        slopes[index] = perResponse[index] * decibelsPerNeper / std::max (powers[index], leastPower);
-
-    spread (spectrum.overall(), perOverall, prediction.overall);
+    spread (spectrum.overall(), sum.perOverall, sum.prediction.overall);
 
     for (std::size_t band = 0; band < analysisBandCount; ++band)
-        if (perBand[band] != 0.0)
-            spread (spectrum.band (band), perBand[band], prediction.bands[band]);
-
-    return cost;
+        if (sum.perBand[band] != 0.0)
+            spread (spectrum.band (band), sum.perBand[band], sum.prediction.bands[band]);
 }

@@ -26,6 +26,14 @@ public:
     [[nodiscard]] double of (std::span<const double> powers, std::span<double> slopes) const;
 
 private:
+    struct Sum;
+
+    void addMeters (Sum& sum) const;
+    void addCurve (Sum& sum) const;
+    void addSlopes (Sum& sum) const;
+    void addLimits (Sum& sum) const;
+    void slopesOverPowers (const Sum& sum, std::span<const double> powers, std::span<double> slopes) const;
+
     const HeardSpectrum& spectrum;
     const FitGoal& goal;
     std::vector<double> curveWeights;

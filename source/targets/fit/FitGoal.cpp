@@ -16,6 +16,8 @@ constexpr double highestAtTheEndsDb = 15.0;
 constexpr double lowEndHz = 400.0;
 constexpr double highEndHz = 10000.0;
 
+constexpr double keptChangeDb = 3.0;
+
 /** To either side of a silent band's centre, as a ratio. */
 constexpr double silentReach = 1.3;
 
@@ -30,6 +32,12 @@ FitGoal::FitGoal (const FitTask& task, std::span<const double> frequenciesHz) : 
 
     findSilence (task.bands, frequenciesHz);
     setLimits (frequenciesHz);
+
+    const auto hasSilence =
+        ! std::all_of (task.bands.begin(), task.bands.end() - 1, [] (float level) { return std::isfinite (level); });
+    const auto isQuiet = task.lufs < quietLufs;
+    keptRise = isQuiet ? keptChangeDb : 0.0;
+    keptDrop = hasSilence && ! isQuiet ? keptChangeDb : 0.0;
 
     auto finite = asked;
     std::ranges::replace_if (
@@ -80,6 +88,11 @@ void FitGoal::findSilence (const FitTask::Levels& bands, std::span<const double>
                 const auto above = band + 1 == readBandCount || ratio < silentReach;
                 silent[index] = silent[index] || (ratio > 1.0 / silentReach && above);
             }
+}
+
+double FitGoal::makeUpDb (double loudnessChangeDb) const noexcept
+{
+    return std::clamp (loudnessChangeDb, -keptDrop, keptRise) - loudnessChangeDb;
 }
 
 bool FitGoal::counts (std::size_t band) const noexcept

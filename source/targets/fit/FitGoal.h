@@ -30,6 +30,15 @@ public:
     [[nodiscard]] double ceiling (std::size_t index) const noexcept { return ceilings[index]; }
     [[nodiscard]] double floor() const noexcept { return lowest; }
 
+    /** How much louder or softer a recording may become without the output gain that makes up for it: up to 3 dB louder
+        where it is so quiet that it would be heard even less when turned down, and up to 3 dB softer where another one
+        has nothing in a band, and would come with its hiss when turned up. Else 0. */
+    [[nodiscard]] double keptRiseDb() const noexcept { return keptRise; }
+    [[nodiscard]] double keptDropDb() const noexcept { return keptDrop; }
+
+    /** That output gain in dB. */
+    [[nodiscard]] double makeUpDb (double loudnessChangeDb) const noexcept;
+
     /** Near a band without a reading. */
     [[nodiscard]] bool isSilent (std::size_t index) const noexcept { return silent[index]; }
 
@@ -42,4 +51,6 @@ private:
     std::vector<double> ceilings;
     std::vector<bool> silent;
     double lowest = 0.0;
+    double keptRise = 0.0;
+    double keptDrop = 0.0;
 };

@@ -16,7 +16,7 @@ constexpr double pointsPerOctave = 48.0;
 constexpr double rippleDb = 0.3;
 
 /** The range of the output gain. */
-constexpr double largestLoudnessChangeDb = 12.0;
+constexpr double largestMakeUpDb = 12.0;
 } // namespace
 
 FitGuard::FitGuard (const FitTask& task)
@@ -30,20 +30,20 @@ FitGuard::FitGuard (const FitTask& task)
 bool FitGuard::admits (const std::vector<FitBand>& bands) const
 {
     const FitPrediction prediction (spectrum, FitPowers (response, bands).values);
-    const auto levelled = prediction.overall;
+    const auto makeUp = goal.makeUpDb (prediction.overall);
 
     for (std::size_t index = 0; index < frequencies.size(); ++index)
     {
-        const auto [lower, higher] = std::minmax (prediction.response[index], prediction.response[index] - levelled);
+        const auto [lower, higher] = std::minmax (prediction.response[index], prediction.response[index] + makeUp);
 
         if (lower < goal.floor() || higher > goal.ceiling (index) + (goal.isSilent (index) ? rippleDb : 0.0))
             return false;
     }
 
-    return std::abs (prediction.overall) <= largestLoudnessChangeDb && response.canBeMade (bands);
+    return std::abs (makeUp) <= largestMakeUpDb && response.canBeMade (bands);
 }
 
-double FitGuard::loudnessChange (const std::vector<FitBand>& bands) const
+double FitGuard::makeUpDb (const std::vector<FitBand>& bands) const
 {
-    return FitPrediction (spectrum, FitPowers (response, bands).values).overall;
+    return goal.makeUpDb (FitPrediction (spectrum, FitPowers (response, bands).values).overall);
 }

@@ -18,8 +18,8 @@ public:
      */
     [[nodiscard]] bool admits (const std::vector<FitBand>& bands) const;
 
-    /** The predicted change of the overall loudness in dB. */
-    [[nodiscard]] double loudnessChange (const std::vector<FitBand>& bands) const;
+    /** The output gain in dB that makes up for the bands' loudness. */
+    [[nodiscard]] double makeUpDb (const std::vector<FitBand>& bands) const;
 
 private:
     const std::vector<double> frequencies;

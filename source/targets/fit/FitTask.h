@@ -5,6 +5,9 @@
 
 #include <array>
 
+/** A recording below that is so quiet that its softer bands and passages often lie below the meters' gate. */
+inline constexpr float quietLufs = -28.0f;
+
 /** What a fit of bands starts from: eleven numbers that were read of a recording, what is wanted of it, and through
     which equaliser. */
 struct FitTask

@@ -169,8 +169,10 @@ TEST_P (BandFitPropertyTest, keepsEveryLimit)
         }
     }
 
-    EXPECT_NEAR (outcome.prediction.overall, static_cast<double> (fitted.loudnessChangeDb), 0.1);
-    EXPECT_LE (std::abs (fitted.loudnessChangeDb), 12.0f);
+    const auto heardWholly = task.lufs >= -28.0f && std::isfinite (task.bands[8]);
+    EXPECT_LE (std::abs (outcome.prediction.overall + static_cast<double> (fitted.outputGainDb)),
+               heardWholly ? 0.1 : 3.1);
+    EXPECT_LE (std::abs (fitted.outputGainDb), 12.0f);
     EXPECT_LE (outcome.left (task), leftWithout (task));
 }
 
@@ -227,7 +229,7 @@ TEST (BandFitTest, whereNothingIsWantedThereIsNoBand)
     EXPECT_THAT (fitBands (task).bands, IsEmpty());
     task.adjustments.fill (nothing);
     EXPECT_THAT (fitBands (task).bands, IsEmpty());
-    EXPECT_EQ (fitBands (task).loudnessChangeDb, 0.0f);
+    EXPECT_EQ (fitBands (task).outputGainDb, 0.0f);
 }
 
 TEST (BandFitTest, withoutAReadingThereIsNoBand)

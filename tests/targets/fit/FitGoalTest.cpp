@@ -67,6 +67,36 @@ TEST (FitGoalTest, nothingIsLiftedWhereNothingIs)
     }
 }
 
+TEST (FitGoalTest, aChangeOfLoudnessIsMadeUpFor)
+{
+    EXPECT_EQ (FitGoal (task ({}), frequencies).makeUpDb (2.5), -2.5);
+    EXPECT_EQ (FitGoal (task ({}), frequencies).makeUpDb (-7.0), 7.0);
+    EXPECT_EQ (FitGoal (task ({}), frequencies).makeUpDb (0.0), 0.0);
+}
+
+TEST (FitGoalTest, aQuietRecordingIsNotTurnedDownForLittle)
+{
+    auto quiet = task ({});
+    quiet.lufs = -28.5f;
+
+    for (const auto level : { -40.0f, silence })
+    {
+        quiet.bands[8] = level;
+        EXPECT_EQ (FitGoal (quiet, frequencies).makeUpDb (2.5), 0.0);
+        EXPECT_EQ (FitGoal (quiet, frequencies).makeUpDb (5.0), -2.0);
+        EXPECT_EQ (FitGoal (quiet, frequencies).makeUpDb (-2.5), 2.5);
+    }
+}
+
+TEST (FitGoalTest, hissIsNotTurnedUpForLittle)
+{
+    auto dull = task ({});
+    dull.bands[8] = silence;
+    EXPECT_EQ (FitGoal (dull, frequencies).makeUpDb (-2.5), 0.0);
+    EXPECT_EQ (FitGoal (dull, frequencies).makeUpDb (-5.0), 2.0);
+    EXPECT_EQ (FitGoal (dull, frequencies).makeUpDb (2.5), -2.5);
+}
+
 TEST (FitGoalTest, theAmountScalesWhatIsWanted)
 {
     auto half = task ({ 2, 1, -1, 3, 0, 4, -2, 8, 1, 0 });
