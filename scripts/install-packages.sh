@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that a task needs and that are missing:
 # install-packages.sh build|sound|test|fuzz|bench ...
-# "presets" is what the presets were measured from; only measuring them anew needs it.
+# "presets" is what the presets were measured from, "matching" what docs/matching.md was; only measuring them anew needs them.
 set -euo pipefail
 
 build=(g++ make cmake ninja-build ccache pkg-config ca-certificates
@@ -15,6 +15,7 @@ fuzz=(clang-14 libclang-rt-14-dev)
 bench=(libbenchmark-dev xvfb openbox)
 peers=(lsp-plugins-vst iem-plugin-suite-vst)
 docs=(python3 gnuplot-nox fonts-lato)
+matching=(sonic-pi-samples wesnoth-1.16-music singularity-music klettres-data sox python3)
 presets=(sonic-pi-samples fluid-soundfont-gm avldrums.lv2-soundfont wesnoth-1.16-music fluidsynth sox)
 
 missing=()
