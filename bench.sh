@@ -33,3 +33,6 @@ build/bench/benchmarks/solvane_track_bench --benchmark_color=false
 
 printf '\nMeters and bands by themselves, with their plain versions and their longest calls:\n'
 build/bench/benchmarks/solvane_meter_bench --benchmark_color=false
+
+printf '\nA fit of bands, from eleven numbers:\n'
+build/bench/benchmarks/solvane_fit_bench --benchmark_color=false
