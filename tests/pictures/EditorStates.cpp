@@ -254,6 +254,24 @@ void offerSmartBands (EditorStage& stage)
     PluginRig::serveMessagesUntil ([&] { return stage.window().main().burgerMenu().isVisible(); });
 }
 
+/** A click on ADD SMART BANDS once noise was measured. */
+void addSmartBands (EditorStage& stage)
+{
+    measureNoise (stage);
+    stage.model().setSmartBandsReady (true, false);
+    openMenu (stage);
+    auto& menu = stage.window().main().burgerMenu();
+
+    for (auto* child : menu.getChildren())
+        if (auto* button = dynamic_cast<juce::Button*> (child);
+            button != nullptr && button->getButtonText() == "ADD SMART BANDS")
+            button->triggerClick();
+
+    PluginRig::serveMessagesUntil (
+        [&] { return stage.model().getBandValue (0, Kind::active) > 0.5f && ! menu.isVisible(); });
+    stage.settle();
+}
+
 /** Every other switch is on. */
 void openSettings (EditorStage& stage)
 {
@@ -384,6 +402,7 @@ const std::vector<EditorState>& editorStates()
         { "out-of-scale", chooseTooSmallAScale },
         { "master-message", crossTheLimitsOfMaster },
         { "target", measureNoise },
+        { "smart-bands", addSmartBands },
         { "menu", openMenu },
         { "menu-bands", openMenuOverBands },
         { "menu-192k", openMenuAtHighRate },
