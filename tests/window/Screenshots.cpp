@@ -1,5 +1,7 @@
 #include "window/DisplayServer.h"
+#include "window/FileDrop.h"
 #include "window/HungBand.h"
+#include "window/MixFile.h"
 #include "window/PluginWindow.h"
 
 #include <chrono>
@@ -89,6 +91,48 @@ constexpr int outputGainFromRight = 115;
 constexpr int settingsFromRight = 81;
 constexpr int helpFromRight = 21;
 
+/** The analysis window begins 425 pixels above the plug-in window's end, 42 lower than that, and 5 from the left. */
+constexpr int analysisLeft = 5;
+
+int analysisTop (PluginWindow& window)
+{
+    return window.size().height - 425 + 42;
+}
+
+void openAnalysis (PluginWindow& window)
+{
+    window.click (15, window.size().height - 27);
+    window.idleFor (std::chrono::milliseconds (600));
+    window.moveAway();
+}
+
+/** Three tracks, with two ranges on the one that plays. */
+void playOneOfThree (PluginWindow& window)
+{
+    const MixFile first ("First mix.wav", 30.0);
+    const MixFile second ("Summer rain.wav", 40.0);
+    const MixFile third ("Third mix.wav", 20.0);
+    openAnalysis (window);
+    const auto top = analysisTop (window);
+    const auto width = window.size().width;
+    const auto waveX = analysisLeft + 33;
+    const auto waveWidth = width - 60;
+    const auto waveY = top + 110;
+
+    for (const auto* file : { &first, &second, &third })
+    {
+        FileDrop::drop (window, width / 2, waveY, { file->path.string() });
+        window.idleFor (std::chrono::milliseconds (1200));
+    }
+
+    window.click (width / 2 - 20, top + 210);
+    window.idleFor (std::chrono::milliseconds (500));
+    window.drag (waveX + waveWidth / 10, waveY, waveX + waveWidth * 3 / 10, waveY);
+    window.drag (waveX + waveWidth * 6 / 10, waveY, waveX + waveWidth * 8 / 10, waveY);
+    window.click (waveX + waveWidth * 4 / 10, top + 177);
+    window.moveAway();
+}
+
 const std::vector<State> states {
     { "empty", [] (PluginWindow&) {} },
     { "one-band", [] (PluginWindow& window) { hang (window, 1, voice); } },
@@ -161,6 +205,8 @@ const std::vector<State> states {
       } },
     { "settings", [] (PluginWindow& window) { clickButton (window, settingsFromRight); } },
     { "help", [] (PluginWindow& window) { clickButton (window, helpFromRight); } },
+    { "analysis-empty", openAnalysis },
+    { "analysis", playOneOfThree },
 };
 
 struct Size

@@ -45,6 +45,13 @@ juce::Font EditableTextButton::fontFor (const juce::String& text)
     return Fonts::regular (textHeight);
 }
 
+juce::TextEditor* EditableTextButton::createEditorComponent()
+{
+    auto* made = Label::createEditorComponent();
+    made->setJustification (juce::Justification::centred);
+    return made;
+}
+
 void EditableTextButton::textWasChanged()
 {
     setFont (fontFor (getText()));

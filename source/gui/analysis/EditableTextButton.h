@@ -1,6 +1,6 @@
 #pragma once
 
-#include <juce_gui_basics/juce_gui_basics.h>
+#include "gui/band/TypingFocus.h"
 
 #include <functional>
 
@@ -30,6 +30,7 @@ public:
     void paint (juce::Graphics& g) override;
 
 protected:
+    juce::TextEditor* createEditorComponent() override;
     void textWasChanged() override;
 
 private:
@@ -39,6 +40,7 @@ private:
     bool focusShown = false;
     const juce::Colour unselectedColour;
     const juce::Colour selectedColour;
+    TypingFocus typingFocus { *this };
 
     JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR (EditableTextButton)
 };
