@@ -53,6 +53,7 @@ TEST_P (PredictedResponseTest, isWhatIsHeard)
     const FilterResponse predicted (tested.rate, tested.mode, tested.phase, frequencies);
     std::vector<double> low (frequencies.size());
     std::vector<double> high (frequencies.size());
+    std::vector<FitBand> held;
 
     for (const auto& option : settings.bands)
     {
@@ -62,16 +63,23 @@ TEST_P (PredictedResponseTest, isWhatIsHeard)
                              0.1 * std::round (10.0 * static_cast<double> (option.q)),
                              option.highShelf };
         const auto deviation = predicted.deviationOf (band);
+        held.push_back (band);
 
         for (std::size_t index = 0; index < frequencies.size(); ++index)
             (band.isLow() ? low : high)[index] += deviation[index];
     }
 
+    const auto highPowers = predicted.highPowers (held).value();
+
     for (std::size_t index = 0; index < frequencies.size(); ++index)
-        EXPECT_NEAR (10.0 * std::log10 (predicted.powerAt (index, low[index], high[index]).value),
-                     heard.decibelsAt (HeardResponse::Signal::middle, frequencies[index]),
-                     tested.toleranceDb)
+    {
+        const auto inDecibels = [] (double power) { return 10.0 * std::log10 (power); };
+        const auto level = heard.decibelsAt (HeardResponse::Signal::middle, frequencies[index]);
+        EXPECT_NEAR (inDecibels (predicted.powerAt (index, low[index], high[index]).value), level, tested.toleranceDb)
             << frequencies[index];
+        EXPECT_NEAR (inDecibels (predicted.powerAt (index, low[index], 0.0).value * highPowers[index]), level, 0.02)
+            << frequencies[index];
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P (Filters,
@@ -83,7 +91,8 @@ INSTANTIATE_TEST_SUITE_P (Filters,
                                            ResponseCase { 192000.0, FilterMode::mix, FilterPhase::linear, 0.02 },
 
                                            // The filter that is heard is half as long as the one that it is made from.
-                                           ResponseCase { 48000.0, FilterMode::mix, FilterPhase::minimum, 0.3 }),
+                                           ResponseCase { 48000.0, FilterMode::mix, FilterPhase::minimum, 0.3 },
+                                           ResponseCase { 96000.0, FilterMode::master, FilterPhase::minimum, 2.0 }),
                           [] (const auto& tested)
                           {
                               return std::to_string (static_cast<int> (tested.param.rate))

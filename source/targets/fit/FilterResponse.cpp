@@ -61,7 +61,9 @@ FilterResponse::FilterResponse (double sampleRate,
                                 FilterMode mode,
                                 FilterPhase phase,
                                 std::span<const double> frequenciesHz)
-    : linear (effectivePhase (sampleRate, phase) == FilterPhase::linear)
+    : linear (effectivePhase (sampleRate, phase) == FilterPhase::linear),
+      minimumTapCount (firLengthsFor (sampleRate, mode).minimumTapCount),
+      frequencies (frequenciesHz.begin(), frequenciesHz.end())
 {
     const auto factor = decimationFactorFor (sampleRate).value_or (4);
     const auto lengths = firLengthsFor (sampleRate, mode);
@@ -146,7 +148,7 @@ double FilterResponse::lowestMeanDb() const noexcept
     return linear ? -std::numeric_limits<double>::infinity() : 20.0 * std::log10 (0.5);
 }
 
-bool FilterResponse::canBeMade (const std::vector<FitBand>& bands) const
+std::optional<std::vector<double>> FilterResponse::highPowers (const std::vector<FitBand>& bands) const
 {
     std::vector<double> sum (curvePointCount, 1.0);
     auto isUsed = false;
@@ -158,9 +160,27 @@ bool FilterResponse::canBeMade (const std::vector<FitBand>& bands) const
             std::ranges::transform (sum, curveOf (band, high.designRate), sum.begin(), std::plus());
         }
 
-    if (linear || ! isUsed)
-        return true;
+    if (! isUsed)
+        return std::vector (size(), 1.0);
 
     std::vector<double> taps (static_cast<std::size_t> (high.design->tapCount()));
-    return high.design->designSymmetricFir (sum, taps) && MinimumPhase().reflect (taps);
+
+    if (! high.design->designSymmetricFir (sum, taps))
+        return std::nullopt;
+
+    if (! linear)
+    {
+        const auto source = taps;
+        taps.resize (static_cast<std::size_t> (minimumTapCount));
+
+        if (! MinimumPhase().toMinimumPhase (source, taps))
+            return std::nullopt;
+    }
+
+    std::vector<double> powers;
+
+    for (const auto hz : frequencies)
+        powers.push_back (std::norm (transformAt (taps, 2.0 * std::numbers::pi * hz / high.designRate, 0.0)));
+
+    return powers;
 }

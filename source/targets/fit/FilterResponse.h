@@ -7,6 +7,7 @@
 #include <complex>
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -14,8 +15,8 @@
     bands' curves on either side of 1500 Hz, as the filter of that side follows it, and the low side's way through the
     rate conversion.
 
-    In minimum phase the filter of the high side is taken for as long as the one that it is made from.
-    Immutable; allocates. */
+    In minimum phase the high side's filter is half as long as the one that it is made from. The sums are followed as
+   the longer one would; highPowers() tells what comes of them. Immutable; allocates. */
 class FilterResponse
 {
 public:
@@ -36,10 +37,11 @@ public:
     /** @param low, high the sums of what the bands of each side add */
     [[nodiscard]] Power powerAt (std::size_t index, double low, double high) const noexcept;
 
-    /** False where the high side's cuts are too broad and deep for the minimum phase that was asked for. */
-    [[nodiscard]] bool canBeMade (const std::vector<FitBand>& bands) const;
+    /** The power factors of the high side's filter as it will run, whatever bands of the low side there are as well.
+        Nothing where cuts are too broad and deep for minimum phase. */
+    [[nodiscard]] std::optional<std::vector<double>> highPowers (const std::vector<FitBand>& bands) const;
 
-    /** How low the high side may lie in dB, as a mean over frequency and not over octaves, for canBeMade(). */
+    /** How low the high side may lie in dB, as a mean over frequency and not over octaves, for highPowers() to be. */
     [[nodiscard]] double lowestMeanDb() const noexcept;
 
     [[nodiscard]] std::size_t size() const noexcept { return conversion.size(); }
@@ -59,8 +61,10 @@ private:
     [[nodiscard]] static std::vector<double> curveOf (const FitBand& band, double designRate);
 
     bool linear;
+    int minimumTapCount;
     Side low;
     Side high;
+    std::vector<double> frequencies;
 
     /** What the rate conversion makes of the low side's correction, in amplitude and in phase against the dry sound. */
     std::vector<std::complex<double>> conversion;

@@ -2,11 +2,10 @@
 
 #include "targets/fit/FitGrid.h"
 #include "targets/fit/FitPowers.h"
-#include "targets/fit/FitPrediction.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
+#include <functional>
 
 namespace
 {
@@ -27,9 +26,28 @@ FitGuard::FitGuard (const FitTask& task)
 {
 }
 
+std::optional<FitPrediction> FitGuard::predictionOf (const std::vector<FitBand>& bands) const
+{
+    const auto high = response.highPowers (bands);
+
+    if (! high.has_value())
+        return std::nullopt;
+
+    auto lowBands = bands;
+    std::erase_if (lowBands, [] (const FitBand& band) { return ! band.isLow(); });
+    auto powers = FitPowers (response, lowBands).values;
+    std::ranges::transform (powers, *high, powers.begin(), std::multiplies());
+    return FitPrediction (spectrum, powers);
+}
+
 bool FitGuard::admits (const std::vector<FitBand>& bands) const
 {
-    const FitPrediction prediction (spectrum, FitPowers (response, bands).values);
+    const auto found = predictionOf (bands);
+
+    if (! found.has_value())
+        return false;
+
+    const auto& prediction = *found;
     const auto makeUp = goal.makeUpDb (prediction.overall);
 
     for (std::size_t index = 0; index < frequencies.size(); ++index)
@@ -40,10 +58,11 @@ bool FitGuard::admits (const std::vector<FitBand>& bands) const
             return false;
     }
 
-    return std::abs (makeUp) <= largestMakeUpDb && response.canBeMade (bands);
+    return std::abs (makeUp) <= largestMakeUpDb;
 }
 
 double FitGuard::makeUpDb (const std::vector<FitBand>& bands) const
 {
-    return goal.makeUpDb (FitPrediction (spectrum, FitPowers (response, bands).values).overall);
+    const auto prediction = predictionOf (bands);
+    return prediction.has_value() ? goal.makeUpDb (prediction->overall) : 0.0;
 }

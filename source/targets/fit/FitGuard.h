@@ -2,8 +2,10 @@
 
 #include "targets/fit/FilterResponse.h"
 #include "targets/fit/FitGoal.h"
+#include "targets/fit/FitPrediction.h"
 #include "targets/fit/HeardSpectrum.h"
 
+#include <optional>
 #include <vector>
 
 /** Looks at finished bands closer than the search did, which is held by penalties and a coarse grid alone. Immutable;
@@ -22,6 +24,9 @@ public:
     [[nodiscard]] double makeUpDb (const std::vector<FitBand>& bands) const;
 
 private:
+    /** Through the filters as they will run; nothing where they cannot be made. */
+    [[nodiscard]] std::optional<FitPrediction> predictionOf (const std::vector<FitBand>& bands) const;
+
     const std::vector<double> frequencies;
     const HeardSpectrum spectrum;
     const FitGoal goal;

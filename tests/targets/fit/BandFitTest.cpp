@@ -8,7 +8,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <functional>
 #include <limits>
 #include <random>
 #include <tuple>
@@ -48,14 +50,23 @@ std::vector<FitBand> bandsOf (const FittedBands& fitted)
     return bands;
 }
 
-/** What becomes of a recording, closely looked at. */
+/** What becomes of a recording, closely looked at, through the filters as they will run. */
 struct Outcome
 {
     Outcome (const FitTask& task, const FittedBands& fitted)
-        : prediction (
-            HeardSpectrum (task.lufs, task.bands, task.sampleRate, frequencies),
-            FitPowers (FilterResponse (task.sampleRate, task.mode, task.phase, frequencies), bandsOf (fitted)).values)
+        : prediction (HeardSpectrum (task.lufs, task.bands, task.sampleRate, frequencies), powersOf (task, fitted))
     {
+    }
+
+    [[nodiscard]] std::vector<double> powersOf (const FitTask& task, const FittedBands& fitted) const
+    {
+        const FilterResponse response (task.sampleRate, task.mode, task.phase, frequencies);
+        auto bands = bandsOf (fitted);
+        const auto high = response.highPowers (bands).value();
+        std::erase_if (bands, [] (const FitBand& band) { return ! band.isLow(); });
+        auto powers = FitPowers (response, bands).values;
+        std::ranges::transform (powers, high, powers.begin(), std::multiplies());
+        return powers;
     }
 
     /** The root of the mean square of what is left to adjust in the bands that are read. */

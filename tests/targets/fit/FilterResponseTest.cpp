@@ -62,9 +62,24 @@ TEST (FilterResponseTest, thePowersSlopesAreThoseOfItsDifferences)
 TEST (FilterResponseTest, broadDeepCutsCanBeMadeInLinearPhaseAlone)
 {
     const std::vector<FitBand> bands { { 3000.0, -12.0, 1.0, true } };
-    EXPECT_TRUE (responseIn (FilterMode::mix).canBeMade (bands));
-    EXPECT_FALSE (responseIn (FilterMode::mix, FilterPhase::minimum).canBeMade (bands));
-    EXPECT_TRUE (responseIn (FilterMode::mix, FilterPhase::minimum).canBeMade ({ { 3000.0, -3.0, 1.0, true } }));
-    EXPECT_TRUE (responseIn (FilterMode::mix, FilterPhase::minimum).canBeMade ({ { 1000.0, -12.0, 0.5, false } }));
+    const auto canBeMade = [] (FilterPhase phase, const std::vector<FitBand>& asked)
+    { return responseIn (FilterMode::mix, phase).highPowers (asked).has_value(); };
+
+    EXPECT_TRUE (canBeMade (FilterPhase::linear, bands));
+    EXPECT_FALSE (canBeMade (FilterPhase::minimum, bands));
+    EXPECT_TRUE (canBeMade (FilterPhase::minimum, { { 3000.0, -3.0, 1.0, true } }));
+    EXPECT_TRUE (canBeMade (FilterPhase::minimum, { { 1000.0, -12.0, 0.5, false } }));
+}
+
+TEST (FilterResponseTest, theHighSideOfTheLinearPhaseIsWhatTheSumsSay)
+{
+    const auto response = responseIn (FilterMode::mix);
+    const std::vector<FitBand> bands { { 3000.0, -6.0, 1.0, false }, { 8000.0, 4.0, 1.0, true } };
+    const auto powers = response.highPowers (bands).value();
+    const auto first = response.deviationOf (bands[0]);
+    const auto second = response.deviationOf (bands[1]);
+
+    for (std::size_t index = 0; index < response.size(); ++index)
+        EXPECT_NEAR (powers[index], response.powerAt (index, 0.0, first[index] + second[index]).value, 1e-9);
 }
 } // namespace
