@@ -258,11 +258,11 @@ TEST_F (TrackComponentTest, tooManyFilesAndAPlayingTrackRefuseADrop)
         return files;
     };
     waveform().filesDropped (list (21), 0, 0);
+    EXPECT_TRUE (tracks.model().sessionTracks().empty()) << "nothing waits";
     tracks.model().audition.isPlaying = true;
     waveform().filesDropped (list (1), 0, 0);
+    EXPECT_TRUE (tracks.model().sessionTracks().empty()) << "nothing waits";
     tracks.model().audition.isPlaying = false;
-
-    // What was refused would have come before this.
     waveform().filesDropped (list (20), 0, 0);
     PluginRig::serveMessagesUntil (
         [this]
