@@ -181,6 +181,7 @@ ReferenceTrackModel::TrackPtr EditorStage::loadTrack (const std::string& name, d
     writer->flush();
 
     auto& references = rig.processor.referenceTracks;
+    auto& analysis = dynamic_cast<AnalysisWindow&> (*editor->main().component (MainWindow::Place::analysisWindow));
     const auto before = references.tracks().size();
     ReferenceTrackRequest request;
     request.filePath = file.getFullPathName();
@@ -189,7 +190,7 @@ ReferenceTrackModel::TrackPtr EditorStage::loadTrack (const std::string& name, d
         [&]
         {
             const auto tracks = references.tracks();
-            return tracks.size() > before && tracks.back()->loaded;
+            return tracks.size() > before && analysis.trackRows().find (tracks.back()->id) != nullptr;
         });
     return references.tracks().back();
 }

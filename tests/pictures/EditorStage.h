@@ -52,7 +52,8 @@ public:
     /** Opens the analysis window, as its button does, and takes it to its place. Its timer stands still. */
     [[nodiscard]] AnalysisWindow& openAnalysis();
 
-    /** Makes a sound file of so many seconds that grows and fades, and loads it as a reference track. */
+    /** Makes a sound file of so many seconds that grows and fades, and loads it as a reference track, until the
+       analysis window has taken it. */
     ReferenceTrackModel::TrackPtr loadTrack (const std::string& name, double seconds);
 
     PluginRig rig;

@@ -17,6 +17,7 @@ constexpr float statusHeight = 13.0f;
 constexpr float backgroundRadius = 4.0f;
 constexpr float iconAlpha = 0.8f;
 constexpr int titleFromEdges = 60;
+constexpr int statusWidth = 500;
 constexpr auto targetEnding = ".target";
 
 /** What stands behind the colon. */
@@ -43,6 +44,9 @@ AnalysisWindow::AnalysisWindow (VelmoraAudioProcessor& owner)
       run (model)
 {
     setTitle ("Reference tracks");
+
+    // Before it looks what there is: a load that ends meanwhile is heard of afterwards.
+    model.addActionListener (this);
     addParts();
     bindParts();
 
@@ -54,14 +58,10 @@ AnalysisWindow::AnalysisWindow (VelmoraAudioProcessor& owner)
     transport.showPlaying (model.audition.isPlaying);
     enableListButtons (! model.audition.isPlaying);
 
-    if (const auto selected = model.selectedTrack(); selected != nullptr && ! selected->loaded)
-    {
-        showLoading (juce::String (selected->id));
+    if (showLoadUnderWay())
         enableListButtons (false);
-    }
 
     updateTargetText();
-    model.addActionListener (this);
 }
 
 AnalysisWindow::~AnalysisWindow()
@@ -215,7 +215,19 @@ void AnalysisWindow::forgetTrack (juce::int64 id)
     trackComponent.showStatus ({});
     showListButtons();
     showSelected();
+    showLoadUnderWay();
     showStatus ({});
+}
+
+bool AnalysisWindow::showLoadUnderWay()
+{
+    const auto selected = model.selectedTrack();
+
+    if (selected == nullptr || selected->loaded)
+        return false;
+
+    showLoading (juce::String (selected->id));
+    return true;
 }
 
 //======================================================================================================================
@@ -399,7 +411,12 @@ void AnalysisWindow::showTargetButtons()
 void AnalysisWindow::showStatus (const juce::String& text)
 {
     statusLabel.setText (text, juce::dontSendNotification);
-    statusLabel.setTooltip (text);
+
+    // What does not fit can be read in full where the pointer rests.
+    const auto fits = [this] (const juce::String& line)
+    { return Fonts::widthOf (statusLabel.getFont(), line) <= statusWidth; };
+    const auto lines = juce::StringArray::fromLines (text);
+    statusLabel.setTooltip (std::ranges::all_of (lines, fits) ? juce::String() : text + "\n ");
 }
 
 //======================================================================================================================
@@ -472,6 +489,6 @@ void AnalysisWindow::resized()
     analyseButton.setBounds (width / 2 - 67, 230, 135, 20);
     loadButton.setBounds (width / 2 - 175, 230, 100, 20);
     saveButton.setBounds (width / 2 + 76, 230, 100, 20);
-    statusLabel.setBounds (width / 2 - 250, 260, 500, 30);
+    statusLabel.setBounds (width / 2 - statusWidth / 2, 260, statusWidth, 30);
     closeButton.setBounds (static_cast<int> (width * 0.5 - 12.0), 295, 24, 24);
 }

@@ -72,6 +72,9 @@ private:
     void takeTrack (const juce::String& id);
     void forgetTrack (juce::int64 id);
 
+    /** Says that the selected track is being loaded; false where it is not. */
+    bool showLoadUnderWay();
+
     // The selected track.
     void addRow (const ReferenceTrack& track);
     void showSelected();

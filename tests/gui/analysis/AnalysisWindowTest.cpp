@@ -371,6 +371,8 @@ TEST_F (AnalysisWindowTest, aTrackIsTakenAwayWhileAnotherLoads)
     model().removeSelectedTrack();
     const auto other = model().selectedTrack();
     ASSERT_NE (other, nullptr);
+    const auto status = window().waveform().status();
+    EXPECT_TRUE (status == "PROCESSING: LONG" || other->loaded) << status;
     PluginRig::serveMessagesUntil ([&] { return window().trackRows().find (other->id) != nullptr; });
     EXPECT_EQ (window().trackRows().find (first->id), nullptr);
     EXPECT_TRUE (row (other).isSelected());
@@ -538,6 +540,36 @@ TEST_F (AnalysisWindowTest, aTrackOfAnotherRateSaysSo)
     tracks.rig.prepare (48000.0, 512);
     window().timerCallback();
     EXPECT_NE (window().waveform().status(), juce::String());
+}
+
+//======================================================================================================================
+TEST_F (AnalysisWindowTest, aWindowThatComesInMidLoadTakesTheTrackWhenItIsThere)
+{
+    tracks.enqueue (tracks.write ("long.wav", 60.0, 2, 0.3f, 44100.0));
+    PluginRig::serveMessagesUntil ([this] { return model().tracks().size() == 1; });
+    open();
+    const auto track = model().selectedTrack();
+    const auto shown = window().waveform().status();
+    EXPECT_TRUE ((shown == "PROCESSING: LONG" && ! isEnabled ("DELETE REFERENCE TRACK")) || track->loaded) << shown;
+    PluginRig::serveMessagesUntil ([&] { return track->loaded && isEnabled ("DELETE REFERENCE TRACK"); });
+    EXPECT_EQ (window().waveform().status(), juce::String());
+    EXPECT_EQ (window().waveform().track(), track.get());
+}
+
+TEST_F (AnalysisWindowTest, aStatusThatDoesNotFitCanBeReadInFull)
+{
+    open();
+    tracks.load (tracks.write ("loud.wav", 3.0));
+    const auto silent = tracks.load (tracks.write ("silence.wav", 3.0, 2, 0.0f));
+    silent->setName ("A mix with a name that is so long that nobody would want to read it below a waveform");
+    tracks.click ("ANALYSE");
+    waitForTheRun();
+    auto& label = labelAt ({ 90, 260, 500, 30 });
+    EXPECT_EQ (label.getTooltip(), window().status() + "\n ");
+    silent->setName ("A mix");
+    tracks.click ("ANALYSE");
+    PluginRig::serveMessagesUntil ([this] { return window().status().contains ("without A mix,"); });
+    EXPECT_EQ (label.getTooltip(), juce::String());
 }
 
 //======================================================================================================================
