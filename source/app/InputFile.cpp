@@ -12,6 +12,9 @@
 
 namespace
 {
+/** In bytes: settings, bands and targets take a thousandth of it. */
+constexpr juce::int64 largestSmallFile = 64 << 20;
+
 [[noreturn]] void refuse (const std::string& sentence)
 {
     throw CommandError (ExitCode::unreadableInput, sentence);
@@ -68,7 +71,10 @@ std::string InputFile::read (const std::string& path)
 {
     FileInput stream (open (path).file);
     juce::MemoryBlock bytes;
-    stream.readIntoMemoryBlock (bytes);
+    stream.readIntoMemoryBlock (bytes, largestSmallFile + 1);
+
+    if (bytes.getSize() > static_cast<std::size_t> (largestSmallFile))
+        refuse ("'" + path + "' is far too large for what it should be.");
 
     if (! stream.isExhausted())
         refuse ("'" + path + "' cannot be read.");

@@ -90,7 +90,15 @@ private:
 std::vector<RenderRequest> RenderCommand::requests() const
 {
     if (! folder.empty())
-        return OutputFolder::requestsFor (files, folder, common);
+    {
+        auto all = OutputFolder::requestsFor (files, folder, common);
+
+        // Before the first of them is written.
+        for (const auto& request : all)
+            request.requireReferencesStay();
+
+        return all;
+    }
 
     if (files.size() < 2)
         throw CommandError (ExitCode::badArguments, std::string ("OUT is required.") + moreHelp);

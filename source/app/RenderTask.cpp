@@ -32,11 +32,7 @@ const RenderRequest& checked (const RenderRequest& request)
         throw CommandError (ExitCode::unwritableOutput,
                             "'" + request.output + "' is there already, and --no-overwrite was given.");
 
-    for (const auto& reference : request.references)
-        if (! StandardStreams::isOutput (request.output) && ! StandardStreams::isInput (reference)
-            && OutputPlace::isSameFile (fileFor (request.output), fileFor (reference)))
-            throw CommandError (ExitCode::unwritableOutput,
-                                "'" + request.output + "' is what is read; it would be lost.");
+    request.requireReferencesStay();
 
     if (request.existing == RenderRequest::Existing::replaceOwn && ! StandardStreams::isOutput (request.output)
         && OutputPlace::holdsForeignSound (fileFor (request.output)))
@@ -115,6 +111,14 @@ std::vector<std::string> notesOn (const EqualiserSettings& settings, OfflineRend
     return notes;
 }
 } // namespace
+
+void RenderRequest::requireReferencesStay() const
+{
+    for (const auto& reference : references)
+        if (! StandardStreams::isOutput (output) && ! StandardStreams::isInput (reference)
+            && OutputPlace::isSameFile (fileFor (output), fileFor (reference)))
+            throw CommandError (ExitCode::unwritableOutput, "'" + output + "' is what is read; it would be lost.");
+}
 
 RenderTask::RenderTask (const RenderRequest& request, const Progress& listening)
     : source (checked (request).input),
@@ -252,7 +256,17 @@ void RenderTask::run()
     outcome.notFinite = source.notFiniteCount() - notFiniteBefore;
 
     if (listener.has_value())
-        outcome.smartBands->after = TargetDistance::of (listener->finish(), outcome.smartBands->target);
+    {
+        auto& chosen = *outcome.smartBands;
+        chosen.after = TargetDistance::of (listener->finish(), chosen.target);
+
+        // What is nothing but rounding is not worth a word.
+        constexpr auto noticeableDb = 0.05f;
+
+        if (chosen.after.rms > chosen.before.rms + noticeableDb)
+            outcome.notes.emplace_back ("the result is further from the target than the input was."
+                                        + std::string (chosen.fit.has_value() ? "" : " --fit may come nearer."));
+    }
 
     outcome.clipped = encoding.wholeNumberBits() > 0 ? target.clippedCount() : 0;
 

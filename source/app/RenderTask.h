@@ -57,6 +57,9 @@ struct RenderRequest
 
     /** Recordings that are read beside the input, and that the output must not replace. */
     std::vector<std::string> references;
+
+    /** Throws CommandError where the output would replace one of them. */
+    void requireReferencesStay() const;
 };
 
 /** What became of it. */

@@ -2,6 +2,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <optional>
@@ -95,6 +96,10 @@ std::variant<TargetDocument, TargetDocument::Refusal> TargetDocument::parse (con
         || values.size() != result.target.values.size())
         return Refusal { "does not hold a loudness and ten values" };
 
+    if (const auto centres = document.value ("frequencies", nlohmann::json());
+        ! centres.is_null() && centres != nlohmann::json (analysisCentresHz))
+        return Refusal { "has values for other frequencies" };
+
     result.target.lufs = *lufs;
 
     for (std::size_t band = 0; band < values.size(); ++band)
@@ -106,6 +111,9 @@ std::variant<TargetDocument, TargetDocument::Refusal> TargetDocument::parse (con
 
         result.target.values[band] = *level;
     }
+
+    if (std::ranges::none_of (result.target.values, [] (float level) { return std::isfinite (level); }))
+        return Refusal { "holds no reading" };
 
     const auto given = document.value ("name", nlohmann::json());
 

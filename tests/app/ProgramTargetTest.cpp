@@ -1,9 +1,11 @@
 #include "support/ProgramFixture.h"
+#include "support/SanitizedBuild.h"
 #include "targets/TargetDocument.h"
 
 #include <nlohmann/json.hpp>
 
 #include <cmath>
+#include <filesystem>
 
 namespace
 {
@@ -396,6 +398,60 @@ TEST_F (ProgramTargetTest, refusesOptionsThatContradictEachOther)
         { "render", "in.wav", "new.wav", "--reference", "ref.wav" }, 2, "--reference requires --smart-bands");
     expectRefusal (
         { "render", "in.wav", "new.wav", "--smart-bands", "--preset", "20", "--band", "1k,1,1" }, 2, "excludes");
+}
+
+TEST_F (ProgramTargetTest, leavesAllAsItIsWhereAReferenceWouldBeReplaced)
+{
+    const auto in = bytesOf (folder.path ("in.wav"));
+    const auto ref = bytesOf (folder.path ("ref.wav"));
+
+    for (const auto* way : { "--smart-bands", "--fit" })
+        expectRefusal ({ "render", "in.wav", "ref.wav", "--into", ".", way, "--reference", "ref.wav" },
+                       5,
+                       "ref.wav' is what is read; it would be lost.");
+
+    EXPECT_EQ (bytesOf (folder.path ("in.wav")), in) << "it came first";
+    EXPECT_EQ (bytesOf (folder.path ("ref.wav")), ref);
+}
+
+TEST_F (ProgramTargetTest, refusesATargetThatIsFarTooLarge)
+{
+    writeBytes (folder.path ("huge.target"), "{}");
+    std::filesystem::resize_file (folder.path ("huge.target"), 6000000000);
+    const auto run =
+        solvane ({ "render", "in.wav", "new.wav", "--smart-bands", "--target", "huge.target" },
+                 { .folder = {}, .largestFileBytes = {}, .largestMemoryBytes = isSanitizedBuild ? 0 : 600 << 20 });
+    EXPECT_EQ (run.exitCode, 3);
+    EXPECT_THAT (run.errors, HasSubstr ("'huge.target' is far too large"));
+}
+
+TEST_F (ProgramTargetTest, refusesATargetOfOtherFrequenciesOrWithoutAReading)
+{
+    auto document = target ({ "ref.wav" });
+    const auto expectRefused = [this] (const json& changed, const std::string& text)
+    {
+        writeBytes (folder.path ("bad.target"), changed.dump());
+        expectRefusal ({ "render", "in.wav", "new.wav", "--smart-bands", "--target", "bad.target" }, 3, text);
+    };
+    auto other = document;
+    other["frequencies"][3] = 2100;
+    expectRefused (other, "'bad.target' has values for other frequencies.");
+    document["values"] = json::array ({ {}, {}, {}, {}, {}, {}, {}, {}, {}, {} });
+    expectRefused (document, "'bad.target' holds no reading.");
+}
+
+TEST_F (ProgramTargetTest, saysWhereTheResultIsFurtherFromTheTarget)
+{
+    convertWithSox (
+        "-n", "-r 44100 -c 2 -b 24", folder.path ("odd.wav"), "synth 10 pinknoise synth 10 sine mix 200 gain -6");
+    convertWithSox ("-n", "-r 44100 -c 2 -b 24", folder.path ("brown.wav"), "synth 10 brownnoise gain -6");
+    const auto report = rendered ("odd.wav", { "--reference", "brown.wav", "--mode", "mix" });
+    const auto isFurther = report["after"]["rms"].get<double>() > report["before"]["rms"].get<double>() + 0.05;
+    ASSERT_TRUE (isFurther) << report["before"]["rms"] << ' ' << report["after"]["rms"];
+    EXPECT_THAT (notes, HasSubstr ("the result is further from the target than the input was. --fit may come nearer."));
+
+    std::ignore = rendered ("in.wav", { "--reference", "ref.wav", "--mode", "mix" });
+    EXPECT_THAT (notes, Not (HasSubstr ("further from the target")));
 }
 
 TEST_F (ProgramTargetTest, refusesWhatIsNoTargetFile)
