@@ -35,6 +35,7 @@ protected:
     void showHump (double frequency, double gainDb)
     {
         auto& state = model.interfaceState;
+        const std::scoped_lock lock (state.rowsLock); // the room's worker draws them
         state.targetCurve.clear();
         state.curveFrequencies.clear();
 
