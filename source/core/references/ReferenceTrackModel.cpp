@@ -322,6 +322,9 @@ void ReferenceTrackModel::createTargets (const TargetCreation::Progress& progres
 {
     auto all = tracks();
 
+    // The samples of the others are still being written: a session may bring a track at any moment.
+    std::erase_if (all, [] (const TrackPtr& track) { return ! track->loaded.load (std::memory_order_acquire); });
+
     if (all.empty())
         progress (100);
     else

@@ -141,7 +141,7 @@ TEST_F (TargetCreationTest, progressCountsTracksAndEndsWithAHundred)
     for (int seed = 1; seed <= 3; ++seed)
         tracks.push_back (trackOf (noise (100000, 0.2, seed), 48000.0, "A"));
 
-    auto completeDuringTheRun = false;
+    std::atomic<bool> completeDuringTheRun { false };
     creation.run (
         tracks,
         [&] (int percent)
@@ -149,8 +149,8 @@ TEST_F (TargetCreationTest, progressCountsTracksAndEndsWithAHundred)
             last = percent;
             ++reports;
 
-            if (percent < 100)
-                completeDuringTheRun |= creation.progress().complete;
+            if (percent < 100 && creation.progress().complete)
+                completeDuringTheRun = true;
         },
         presets,
         target);
