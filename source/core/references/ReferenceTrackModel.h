@@ -115,8 +115,8 @@ public:
     //==================================================================================================================
     // Target
 
-    /** Makes a target of all tracks, and returns when it stands. A thread of its own, one call at a time. Does nothing
-        without tracks, but for the report of 100.
+    /** Makes a target of all tracks that are loaded, and returns when it stands. A thread of its own, one call at a
+        time. Does nothing without tracks, but for the report of 100.
         @param progress see TargetCreation */
     void createTargets (const TargetCreation::Progress& progress);
 
