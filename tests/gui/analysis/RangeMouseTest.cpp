@@ -50,7 +50,9 @@ void gesture (RangeMouse& mouse, Ranges& ranges, const std::vector<float>& place
 
 TEST (RangeMouseTest, gesturesLeaveWhatAnIndependentComputationGives)
 {
-    for (const auto& tested : readFixture ("track_gestures.json")["ranges"])
+    const auto fixture = readFixture ("track_gestures.json");
+
+    for (const auto& tested : fixture["ranges"])
     {
         const RangeMouse::Scale width { tested["width"].get<float>() / tested["numSamples"].get<float>(),
                                         tested["numSamples"].get<int>() };
