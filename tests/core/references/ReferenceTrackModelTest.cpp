@@ -313,14 +313,16 @@ TEST_F (ReferenceTrackModelTest, destructionBreaksOffALoad)
     // Two hours: nobody would wait for that.
     const auto path = folder.path ("long.wav");
     convertWithSox ("-n", "-r 48000 -c 2 -b 8", path, "synth 0.1 sine 440 repeat 3599");
-    ask (path);
-    ask (path);
-    PluginRig::serveMessagesUntil ([this] { return ! model->tracks().empty(); });
-    const auto track = model->tracks()[0];
-    model->removeActionListener (&log);
-    model.reset();
+    auto own = std::make_unique<ReferenceTrackModel> (presets, target);
+    own->setSession (48000.0, 4);
+
+    for (int request = 0; request < 2; ++request)
+        own->enqueue ({ path, {}, {}, false });
+
+    PluginRig::serveMessagesUntil ([&] { return ! own->tracks().empty(); });
+    const auto track = own->tracks()[0];
+    own.reset();
     EXPECT_LT (track->numSamples.load(), static_cast<int> (track->lengthInSamples));
-    model = std::make_unique<ReferenceTrackModel> (presets, target); // for the log's end
 }
 
 //======================================================================================================================
