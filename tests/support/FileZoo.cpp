@@ -1,8 +1,12 @@
 #include "support/FileZoo.h"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <filesystem>
+#include <sstream>
 
 namespace
 {
@@ -318,4 +322,19 @@ const std::vector<FileZoo::Specimen>& FileZoo::specimens()
         { "day.wav", "RF64 of 2.2 GB, 8 bits, mono", hugeWav (2200000000, true, 8, 1), 0.0, unservedRefusal },
     };
     return all;
+}
+
+void FileZoo::expectDocument (const std::string& path, const std::string& text)
+{
+    if (std::getenv ("SOLVANE_WRITE_FILES_TABLE") != nullptr)
+        writeBytes (path, text);
+
+    std::istringstream written (bytesOf (path));
+    std::istringstream found (text);
+
+    // Line by line: a difference in so long a text is hard to find.
+    for (std::string writtenLine, foundLine; std::getline (found, foundLine) && std::getline (written, writtenLine);)
+        EXPECT_EQ (foundLine, writtenLine);
+
+    EXPECT_EQ (text.size(), bytesOf (path).size()) << path;
 }

@@ -43,4 +43,8 @@ void makeOriginals (const TemporaryFolder& folder);
 
 /** The same sound, and behind it nothing but a hole in the file. */
 [[nodiscard]] Maker hugeWav (std::uint64_t dataBytes, bool rf64, int bits = 16, int channels = 2);
+
+/** That a document of the project, which tells what became of the files, says exactly this. With
+   SOLVANE_WRITE_FILES_TABLE in the environment it is written first. */
+void expectDocument (const std::string& path, const std::string& text);
 } // namespace FileZoo
