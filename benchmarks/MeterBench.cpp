@@ -1,3 +1,4 @@
+#include "benchmarks/MovingNoise.h"
 #include "benchmarks/PlainMeters.h"
 #include "dsp/meters/BandAnalyser.h"
 #include "dsp/meters/LUFSProcessor.h"
@@ -21,27 +22,6 @@ using Meter = orvik::LUFSProcessor<3000>;
 
 constexpr int blockLength = 64;
 constexpr int chunkLength = 1024;
-
-/** Noise whose level moves, so that the gate has something to decide. */
-std::vector<float> music (unsigned int seed, int count, double sampleRate)
-{
-    std::mt19937 random (seed);
-    std::normal_distribution<float> samples (0.0f, 0.2f);
-    std::uniform_real_distribution<float> levelsDb (-50.0f, 0.0f);
-    std::vector<float> result (static_cast<std::size_t> (count));
-    const auto stepLength = static_cast<std::size_t> (sampleRate / 5.0);
-    auto gain = 1.0f;
-
-    for (std::size_t i = 0; i < result.size(); ++i)
-    {
-        if (i % stepLength == 0)
-            gain = std::pow (10.0f, levelsDb (random) / 20.0f);
-
-        result[i] = gain * samples (random);
-    }
-
-    return result;
-}
 
 /** Input loudness and level match, as the audio thread runs them over one block. */
 struct QuickMeters
@@ -94,8 +74,8 @@ void runMeters (benchmark::State& state)
     const orvik::FlushDenormals flush;
     const auto sampleRate = static_cast<double> (state.range (0));
     const auto blockCount = static_cast<std::size_t> (3.0 * sampleRate / blockLength);
-    const auto left = music (1, static_cast<int> (blockCount) * blockLength, sampleRate);
-    const auto right = music (2, static_cast<int> (blockCount) * blockLength, sampleRate);
+    const auto left = movingNoise (1, blockCount * blockLength, sampleRate);
+    const auto right = movingNoise (2, blockCount * blockLength, sampleRate);
 
     auto filled = std::make_unique<Meters> (sampleRate);
     fillStore (*filled, sampleRate);
@@ -155,8 +135,8 @@ void quickBands (benchmark::State& state)
     if (! setSimdLevel (level))
         return state.SkipWithError ("this machine does not offer the level");
 
-    const auto left = music (1, 64 * chunkLength, sampleRate);
-    const auto right = music (2, 64 * chunkLength, sampleRate);
+    const auto left = movingNoise (1, 64 * chunkLength, sampleRate);
+    const auto right = movingNoise (2, 64 * chunkLength, sampleRate);
     auto analyser = std::make_unique<BandAnalyser>();
     analyser->prepareBands (sampleRate / factor, sampleRate);
 
@@ -178,8 +158,8 @@ void plainBands (benchmark::State& state)
 {
     const auto sampleRate = static_cast<double> (state.range (0));
     const auto factor = sampleRate > 96000.0 ? 8 : 4;
-    const auto left = music (1, 64 * chunkLength, sampleRate);
-    const auto right = music (2, 64 * chunkLength, sampleRate);
+    const auto left = movingNoise (1, 64 * chunkLength, sampleRate);
+    const auto right = movingNoise (2, 64 * chunkLength, sampleRate);
     PlainBands low (analysisCentresHz.data(), lowBandCount, sampleRate / factor);
     PlainBands high (analysisCentresHz.data() + lowBandCount, analysisBandCount - lowBandCount, sampleRate);
 
@@ -198,7 +178,7 @@ void plainBands (benchmark::State& state)
 
 void spectrum (benchmark::State& state)
 {
-    const auto samples = music (1, chunkLength, 48000.0);
+    const auto samples = movingNoise (1, chunkLength, 48000.0);
     SpectrumAnalyser analyser;
     std::vector<float> out (SpectrumAnalyser::binCount);
 
