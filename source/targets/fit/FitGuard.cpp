@@ -52,7 +52,7 @@ bool FitGuard::admits (const std::vector<FitBand>& bands) const
 
     for (std::size_t index = 0; index < frequencies.size(); ++index)
     {
-        const auto [lower, higher] = std::minmax (prediction.response[index], prediction.response[index] + makeUp);
+        const auto [lower, higher] = std::minmax ({ prediction.response[index], prediction.response[index] + makeUp });
 
         if (lower < goal.floor() || higher > goal.ceiling (index) + (goal.isSilent (index) ? rippleDb : 0.0))
             return false;
