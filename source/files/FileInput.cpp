@@ -29,6 +29,8 @@ int FileInput::read (void* destination, int byteCount)
         if (given < 0 && errno == EINTR)
             continue;
 
+        endedEarly = given <= 0 && position < length;
+
         if (given <= 0)
             break;
 

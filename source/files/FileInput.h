@@ -18,7 +18,9 @@ public:
     explicit FileInput (Descriptor fileToRead, MayGoOn mayGoOn = {});
 
     juce::int64 getTotalLength() override { return length; }
-    bool isExhausted() override { return position >= length; }
+
+    /** Also where nothing more is given: some decoders ask for more until they hear this. */
+    bool isExhausted() override { return position >= length || endedEarly || (mayGoOn && ! mayGoOn()); }
     juce::int64 getPosition() override { return position; }
     bool setPosition (juce::int64 newPosition) override;
 
@@ -30,4 +32,5 @@ private:
     const MayGoOn mayGoOn;
     const juce::int64 length;
     juce::int64 position = 0;
+    bool endedEarly = false;
 };

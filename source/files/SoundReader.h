@@ -13,8 +13,8 @@
 /** A sound file of any kind that SoundEncoding knows, as floating point: whole numbers are divided by their full scale,
     floats stay as they are. Reads from the stream as it goes. One thread.
 
-    `lengthInSamples` is what the file truly holds: where a header could lie or is silent, the file has been looked
-    through. */
+    `lengthInSamples` is what the file truly holds for MP3, which has been looked through; of plain samples no less is
+    there than the header says; a FLAC is taken at its header's word, and looked through where that says nothing. */
 class SoundReader final : public juce::AudioFormatReader
 {
 public:

@@ -148,6 +148,13 @@ std::string withNoNumbers (std::string wav)
     return wav.replace (start + 4000, 4, notANumber).replace (start + 9000, 4, notANumber);
 }
 
+/** As many as an int32 can count, in the last 36 bits before the checksum. */
+std::string withManySamples (std::string flac)
+{
+    flac[21] = static_cast<char> (static_cast<unsigned char> (flac[21]) & 0xf0);
+    return flac.replace (22, 4, "\x7f\xff\xff\xff", 4);
+}
+
 const auto cutRefusal = 3;
 const auto unservedRefusal = 4;
 } // namespace
@@ -288,6 +295,16 @@ const std::vector<FileZoo::Specimen>& FileZoo::specimens()
           changed (sox ("-b 16"), [] (std::string wav) { return wav.replace (24, 4, number (3000000, 4)); }),
           0.0,
           unservedRefusal },
+        { "slow.wav",
+          "WAV whose header says 1 Hz",
+          changed (sox ("-b 16"), [] (std::string wav) { return wav.replace (24, 4, number (1, 4)); }),
+          0.0,
+          unservedRefusal },
+        { "false.flac",
+          "FLAC of silence whose header says 13 hours",
+          changed (sox ("-b 16", "vol 0"), withManySamples),
+          0.0,
+          cutRefusal },
         { "not numbers.wav",
           "floats, two of which are no numbers",
           changed (ffmpeg ("-c:a pcm_f32le"), withNoNumbers),
