@@ -90,6 +90,12 @@ void ReferenceTrack::analyse (const std::function<void()>& tick)
     for (const auto& loop : loops())
         parts.push_back ({ loop.startSamples, loop.endSamples });
 
+    {
+        // Not the one of an earlier run, should this one end early.
+        const std::scoped_lock guard (lock);
+        lastReading = {};
+    }
+
     progress = 0.0f;
     auto result = analyseTrack (samples(),
                                 parts,

@@ -3,7 +3,10 @@
 #include "targets/MeanTarget.h"
 
 #include <limits>
+#include <new>
+#include <system_error>
 #include <thread>
+#include <utility>
 
 namespace
 {
@@ -18,6 +21,7 @@ void TargetCreation::run (std::vector<std::shared_ptr<ReferenceTrack>> tracks,
     {
         const std::scoped_lock guard (lock);
         measured = std::move (tracks);
+        trackCount = static_cast<int> (measured.size());
         finished = 0;
         complete = false;
         unmeasured.clear();
@@ -32,6 +36,8 @@ void TargetCreation::run (std::vector<std::shared_ptr<ReferenceTrack>> tracks,
     {
         const std::scoped_lock guard (lock);
         complete = true;
+        lastPercent = meanPercent();
+        tracks = std::exchange (measured, {});
     }
 
     report (100);
@@ -39,19 +45,36 @@ void TargetCreation::run (std::vector<std::shared_ptr<ReferenceTrack>> tracks,
 
 void TargetCreation::measure (const Progress& report)
 {
-    std::vector<std::thread> threads;
+    std::vector<std::jthread> threads;
 
     for (const auto& track : measured)
-        threads.emplace_back (
-            [this, &report, &track]
-            {
-                track->analyse ([&] { report (static_cast<int> (track->progress)); });
-                const std::scoped_lock guard (lock);
-                ++finished;
-            });
+    {
+        try
+        {
+            threads.emplace_back ([&] { measureTrack (*track, report); });
+        }
+        catch (const std::system_error&)
+        {
+            // The system has no thread left; this one has time.
+            measureTrack (*track, report);
+        }
+    }
+}
 
-    for (auto& thread : threads)
-        thread.join();
+void TargetCreation::measureTrack (ReferenceTrack& track, const Progress& report)
+{
+    try
+    {
+        track.analyse ([&] { report (static_cast<int> (track.progress)); });
+    }
+    catch (const std::bad_alloc&)
+    {
+        // It stays without a reading, and is named among those that have none.
+        track.progress = 100.0f;
+    }
+
+    const std::scoped_lock guard (lock);
+    ++finished;
 }
 
 void TargetCreation::setTarget (Presets::Library& presets, TargetSet& target)
@@ -81,17 +104,19 @@ void TargetCreation::setTarget (Presets::Library& presets, TargetSet& target)
 TargetProgress TargetCreation::progress() const
 {
     const std::scoped_lock guard (lock);
-    TargetProgress result { .finished = finished,
-                            .trackCount = static_cast<int> (measured.size()),
-                            .complete = complete,
-                            .unmeasured = unmeasured };
+    return { .finished = finished,
+             .trackCount = trackCount,
+             .percent = complete ? lastPercent : meanPercent(),
+             .complete = complete,
+             .unmeasured = unmeasured };
+}
+
+int TargetCreation::meanPercent() const
+{
     auto sum = 0.0f;
 
     for (const auto& track : measured)
         sum += track->progress;
 
-    if (! measured.empty())
-        result.percent = static_cast<int> (sum / static_cast<float> (measured.size()));
-
-    return result;
+    return measured.empty() ? 0 : static_cast<int> (sum / static_cast<float> (measured.size()));
 }

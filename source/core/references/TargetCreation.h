@@ -29,8 +29,9 @@ struct TargetProgress
 /** Makes a target of reference tracks: measures them all at the same time, a thread for each, and writes the means to
     USER SETTING and to the target in use.
 
-    Tracks in which nothing could be measured do not count. Where nothing could be measured in any of them the target is
-    minus infinity throughout, which the comparison with the running audio takes for no difference. */
+    Tracks in which nothing could be measured do not count, nor one for whose measurement the memory was lacking. Where
+   nothing could be measured in any of them the target is minus infinity throughout, which the comparison with the
+   running audio takes for no difference. */
 class TargetCreation
 {
 public:
@@ -49,11 +50,19 @@ public:
 
 private:
     void measure (const Progress& progress);
+    void measureTrack (ReferenceTrack& track, const Progress& progress);
     void setTarget (Presets::Library& presets, TargetSet& target);
 
+    /** With the lock held. */
+    [[nodiscard]] int meanPercent() const;
+
     mutable std::mutex lock;
+
+    /** Of a run that is under way. Whoever removes a track later gets its memory back. */
     std::vector<std::shared_ptr<ReferenceTrack>> measured;
+    int trackCount = 0;
     int finished = 0;
+    int lastPercent = 0;
     bool complete = false;
     std::vector<juce::String> unmeasured;
 };

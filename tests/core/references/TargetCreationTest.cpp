@@ -9,6 +9,7 @@
 #include <atomic>
 #include <cmath>
 #include <limits>
+#include <new>
 
 namespace
 {
@@ -162,5 +163,38 @@ TEST_F (TargetCreationTest, progressCountsTracksAndEndsWithAHundred)
     EXPECT_EQ (creation.progress().trackCount, 3);
     EXPECT_EQ (creation.progress().percent, 80) << "of 100000 samples 80000 were reported";
     EXPECT_THAT (creation.progress().unmeasured, IsEmpty());
+}
+
+TEST_F (TargetCreationTest, aTrackThatIsRemovedAfterARunGivesItsMemoryBack)
+{
+    auto track = trackOf (noise (100000, 0.2, 1), 48000.0, "A");
+    const std::weak_ptr<ReferenceTrack> watched = track;
+    run ({ track });
+    track.reset();
+    EXPECT_TRUE (watched.expired());
+    EXPECT_EQ (creation.progress().trackCount, 1);
+    EXPECT_EQ (creation.progress().percent, 80);
+}
+
+TEST_F (TargetCreationTest, aTrackForWhichThereIsNoMemoryIsNamedAndLeftOut)
+{
+    const auto one = trackOf (noise (100000, 0.2, 1), 48000.0, "A");
+    const auto two = trackOf (noise (100000, 0.02, 2), 48000.0, "B");
+    run ({ one, two });
+    std::atomic<bool> thrown { false };
+    creation.run (
+        { one, two },
+        [&] (int)
+        {
+            if (! thrown.exchange (true))
+                throw std::bad_alloc();
+        },
+        presets,
+        target);
+
+    EXPECT_EQ (creation.progress().finished, 2);
+    ASSERT_EQ (creation.progress().unmeasured.size(), 1u);
+    const auto& measured = creation.progress().unmeasured[0] == "A" ? two : one;
+    EXPECT_EQ (userSetting().lufs, measured->reading().lufs);
 }
 } // namespace
