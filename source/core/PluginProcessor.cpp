@@ -96,6 +96,8 @@ void VelmoraAudioProcessor::prepareToPlay (double sampleRate, int maxBlock)
 {
     noteMessageThread();
 
+    const auto hostRate = sampleRate;
+
     if (host.hostIsWavelab && sampleRate == 0.0)
         sampleRate = rateForUnknownRate;
 
@@ -125,8 +127,9 @@ void VelmoraAudioProcessor::prepareToPlay (double sampleRate, int maxBlock)
     model.setTargetsReady (false, false);
     model.setSmartBandsReady (false, false);
 
-    // A host may restore a session before it tells its rate; its tracks are asked for now.
-    referenceTracks.setSession (sampleRate, decimationFactorFor (sampleRate));
+    // A host may restore a session before it tells its rate; its tracks are asked for now. A rate that stands for an
+    // unknown one is none to load them at.
+    referenceTracks.setSession (hostRate, decimationFactorFor (hostRate));
 
     if (sampleRate == 0.0)
         return;

@@ -4,6 +4,7 @@
 #include "core/references/TrackLevels.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace
 {
@@ -77,24 +78,23 @@ ReferenceTrackModel::~ReferenceTrackModel()
 //======================================================================================================================
 void ReferenceTrackModel::setSession (double rate, std::optional<int> newDecimation)
 {
+    // All in one: a session that is saved meanwhile finds every request, and one that is restored finds the rate.
+    const std::scoped_lock lock (tracksLock);
+
     if (newDecimation.has_value())
         decimation = *newDecimation;
 
     sessionRate = rate;
 
-    if (rate <= 0.0)
-        return;
+    if (rate > 0.0)
+        for (auto& request : std::exchange (kept, {}))
+            push (std::move (request));
+}
 
-    std::vector<ReferenceTrackRequest> requests;
-
-    {
-        const std::scoped_lock lock (tracksLock);
-        requests = std::move (kept);
-        kept.clear();
-    }
-
-    for (auto& request : requests)
-        enqueue (std::move (request));
+ReferenceTrackModel::Session ReferenceTrackModel::session() const
+{
+    const std::scoped_lock lock (tracksLock);
+    return { sessionRate, decimation };
 }
 
 std::vector<ReferenceTrackRequest> ReferenceTrackModel::sessionTracks() const
@@ -121,16 +121,13 @@ std::vector<ReferenceTrackRequest> ReferenceTrackModel::sessionTracks() const
 
 void ReferenceTrackModel::restore (std::vector<ReferenceTrackRequest> requests)
 {
-    if (sessionRate > 0.0)
-    {
-        for (auto& request : requests)
-            enqueue (std::move (request));
-
-        return;
-    }
-
     const std::scoped_lock lock (tracksLock);
-    std::ranges::move (requests, std::back_inserter (kept));
+
+    for (auto& request : requests)
+        if (sessionRate > 0.0)
+            push (std::move (request));
+        else
+            kept.push_back (std::move (request));
 }
 
 void ReferenceTrackModel::forgetKeptRequests()
@@ -142,8 +139,13 @@ void ReferenceTrackModel::forgetKeptRequests()
 //======================================================================================================================
 void ReferenceTrackModel::enqueue (ReferenceTrackRequest request)
 {
-    // Both in one, or two threads could be served in another order than they are kept in.
     const std::scoped_lock lock (tracksLock);
+    push (std::move (request));
+}
+
+void ReferenceTrackModel::push (ReferenceTrackRequest request)
+{
+    // Both under one lock, or two threads could be served in another order than they are kept in.
     unserved.push_back (request);
     loadQueue.push (std::move (request));
 }
@@ -210,7 +212,7 @@ void ReferenceTrackModel::removeSelectedTrack()
 void ReferenceTrackModel::addTrack (const ReferenceTrackRequest& request)
 {
     ScopedService service (*this);
-    const auto rate = sessionRate.load();
+    const auto [rate, decimationOfRate] = session();
     const auto stem = TrackFile::stemOf (request.filePath);
 
     if (rate <= 0.0)
@@ -222,7 +224,7 @@ void ReferenceTrackModel::addTrack (const ReferenceTrackRequest& request)
     if (! exists (request.filePath))
         return say (Messages::fileNotFound, stem);
 
-    const auto reader = files.open (juce::File (request.filePath));
+    const auto reader = files.open (juce::File (request.filePath), [this] { return ! closing; });
 
     if (reader == nullptr)
         return;
@@ -243,7 +245,7 @@ void ReferenceTrackModel::addTrack (const ReferenceTrackRequest& request)
         .displayName = stem,
         .lengthInSamples = reader->lengthInSamples,
         .capacity = *capacity,
-        .rates = { .session = rate, .file = reader->sampleRate, .decimation = decimation },
+        .rates = { .session = rate, .file = reader->sampleRate, .decimation = decimationOfRate },
         .isStereo = reader->numChannels == 2,
         .loops = request.loops });
 

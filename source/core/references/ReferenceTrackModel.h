@@ -50,7 +50,7 @@ public:
     /** Starts the queue's thread. Both outlive this object. */
     ReferenceTrackModel (Presets::Library& presets, TargetSet& target);
 
-    /** Breaks off a load at its next block. Audio stopped, no target being made. */
+    /** Breaks off a load, also while its file is still being looked through. Audio stopped, no target being made. */
     ~ReferenceTrackModel() override;
 
     ReferenceTrackModel (const ReferenceTrackModel&) = delete;
@@ -126,6 +126,16 @@ private:
     class ScopedService;
 
     void addTrack (const ReferenceTrackRequest& request);
+
+    /** With tracksLock held. */
+    void push (ReferenceTrackRequest request);
+    struct Session
+    {
+        double rate = 0.0;
+        int decimation = 1;
+    };
+
+    [[nodiscard]] Session session() const;
     [[nodiscard]] bool isWanted (const ReferenceTrackRequest& request) const;
     [[nodiscard]] bool append (const TrackPtr& track);
     void load (ReferenceTrack& track, juce::AudioFormatReader& reader);
@@ -139,11 +149,15 @@ private:
     /** What all loads pass through. The queue thread's. */
     juce::AudioBuffer<float> scratch;
 
-    std::atomic<double> sessionRate { 0.0 };
-    std::atomic<int> decimation { 1 };
     std::atomic<bool> closing { false };
 
     mutable std::mutex tracksLock;
+
+    /** Both are written under tracksLock, so that a load never takes the one of an old session and the other of a new
+        one. The rate may be looked at without. */
+    std::atomic<double> sessionRate { 0.0 };
+    int decimation = 1;
+
     std::condition_variable trackGone;
     std::vector<TrackPtr> list;
 
