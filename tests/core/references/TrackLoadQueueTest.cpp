@@ -109,6 +109,7 @@ TEST_F (TrackLoadQueueTest, aFlushWaitsForTheRequestAtHand)
     queue.push (requestOf ("held"));
     desk.waitFor (1);
     auto flushing = std::async (std::launch::async, [this] { queue.flush(); });
+    EXPECT_EQ (flushing.wait_for (std::chrono::milliseconds (50)), std::future_status::timeout);
     desk.release();
     flushing.wait();
     queue.push (requestOf ("after"));
