@@ -546,4 +546,18 @@ TEST_F (ReferenceTrackModelTest, aSessionSavedWhileTheRateComesLosesNothing)
     saving.join();
     EXPECT_EQ (fewest, requests.size());
 }
+
+TEST (ReferenceTracksInAHostTest, aRateThatStandsForAnUnknownOneLoadsNothing)
+{
+    PluginRig rig ({ juce::PluginHostType::SteinbergWavelab8, "/opt/host", []() noexcept { return 0; } });
+    auto& tracks = rig.processor.referenceTracks;
+    tracks.restore ({ { "/nowhere/gone.wav", "GONE", {}, false } });
+    rig.prepare (0.0, 64);
+    EXPECT_EQ (rig.processor.model.sampleRate, 1000.0);
+    EXPECT_EQ (tracks.sessionSampleRate(), 0.0);
+    EXPECT_EQ (tracks.sessionTracks().size(), 1u) << "it waits";
+    rig.prepare (48000.0, 64);
+    PluginRig::serveMessagesUntil ([&] { return ! tracks.isLoading(); });
+    EXPECT_THAT (tracks.sessionTracks(), IsEmpty()) << "it was asked for, and is not there";
+}
 } // namespace
