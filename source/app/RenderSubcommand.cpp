@@ -126,6 +126,11 @@ struct RenderOptions
                                                                   : "--report")
                                     + " requires --smart-bands or --fit.");
 
+        if (fit && isGiven ("--gain-scale"))
+            throw CommandError (ExitCode::badArguments,
+                                "--fit excludes --gain-scale: its output gain would make up for other bands. --amount "
+                                "says how far the bands go.");
+
         if (fit)
             command.common.fit = RenderRequest::Fit { amountPercent, ! isGiven ("--output-gain") };
 
@@ -158,7 +163,8 @@ void addSoundOptions (CLI::App& app, RenderOptions& options)
                            "mix: long filters, gains of up to 12 dB; master: short filters, gains held within 4 dB"),
            "mix|master")
         ->check (eitherOf ("mix", "master"));
-    setUp (app.add_option ("--gain-scale", options.gainScalePercent, "Scales the gains of all bands, 0 to 200"),
+    setUp (app.add_option (
+               "--gain-scale", options.gainScalePercent, "Scales the gains of all bands, 0 to 200; not with --fit"),
            "PERCENT")
         ->check (numberWithin (0.0, 200.0, " percent"));
     setUp (app.add_option ("--output-gain", options.outputGainDb, "Gain behind the equaliser, -12 to 12"), "DB")

@@ -158,4 +158,14 @@ TEST_F (ProgramFitTest, refusesWhatDoesNotGoTogether)
         { "render", "in.wav", "new.wav", "--fit", "--preset", "20", "--band", "1k,1,1" }, 2, "--band excludes");
     expectRefusal ({ "render", "in.wav", "new.wav", "--reference", "ref.wav" }, 2, "requires --smart-bands or --fit");
 }
+
+/** The make-up gain is that of the bands as they were fitted. */
+TEST_F (ProgramFitTest, refusesToHaveItsBandsScaled)
+{
+    constexpr auto sentence = "--fit excludes --gain-scale: ";
+    expectRefusal ({ "match", "in.wav", "ref.wav", "new.wav", "--fit", "--gain-scale", "50" }, 2, sentence);
+    expectRefusal (
+        { "render", "in.wav", "new.wav", "--fit", "--preset", "20", "--gain-scale", "50" }, 2, "--amount says how far");
+    EXPECT_EQ (solvane ({ "match", "in.wav", "ref.wav", "new.wav", "--gain-scale", "50" }).exitCode, 0);
+}
 } // namespace
