@@ -12,6 +12,7 @@
 #include "app/Printable.h"
 #include "app/ProgressBar.h"
 #include "app/ServedAudio.h"
+#include "app/StandardStreams.h"
 #include "app/TimeRange.h"
 
 #include <nlohmann/json.hpp>
@@ -99,6 +100,8 @@ void MeasureCommand::run() const
     const auto part = range.empty() ? TimeRange() : TimeRange::parse (range);
     auto list = nlohmann::json::array();
     std::vector<Measurement> measurements;
+
+    StandardStreams::requireNamedOnce (files);
 
     if (! picture.empty())
         PictureFile::requireItMayStand (picture, "--picture", files);

@@ -20,6 +20,20 @@ namespace
 {
 constexpr auto moreHelp = " 'solvane render --help' says more.";
 
+/** The standard input is there for one file, and for one reading of it. */
+void requireInputsCanBeRead (const RenderCommand& command)
+{
+    auto inputs = command.common.references;
+
+    if (! command.folder.empty() && std::ranges::any_of (inputs, StandardStreams::isInput))
+        throw CommandError (ExitCode::badArguments,
+                            "With --into a reference is a file, and not the standard input, which can be read only "
+                            "once.");
+
+    inputs.push_back (command.files.front());
+    StandardStreams::requireNamedOnce (inputs);
+}
+
 /** Looks before anything is rendered. */
 void requireReportMayStand (const std::string& report, const RenderRequest& request)
 {
@@ -116,6 +130,7 @@ std::vector<RenderRequest> RenderCommand::requests() const
 
 void RenderCommand::run() const
 {
+    requireInputsCanBeRead (*this);
     const auto all = requests();
     const auto alone = folder.empty();
     std::optional<StandardStreams::PrintToErrors> outputIsSound;

@@ -1,7 +1,9 @@
 #include "app/StandardStreams.h"
 
+#include "app/CommandError.h"
 #include "app/Interrupt.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <fcntl.h>
@@ -31,6 +33,14 @@ bool StandardStreams::isInput (const std::string& path) noexcept
 bool StandardStreams::isOutput (const std::string& path) noexcept
 {
     return path == "-" || path == "/dev/stdout" || path == "/dev/fd/1" || path == "/proc/self/fd/1";
+}
+
+void StandardStreams::requireNamedOnce (const std::vector<std::string>& inputs)
+{
+    if (const auto count = std::ranges::count_if (inputs, isInput); count > 1)
+        throw CommandError (ExitCode::badArguments,
+                            "The standard input can be read only once, and was named " + std::to_string (count)
+                                + " times.");
 }
 
 void StandardStreams::waitFor (int descriptor, short event)

@@ -2,6 +2,7 @@
 
 #include <iostream>
 #include <string>
+#include <vector>
 
 /** Standard input and output as places of sound files. A `-` on the command line means them, and so do the system's
     names for them. */
@@ -16,6 +17,10 @@ void openClosed();
 
 /** Whether it means the standard output. */
 [[nodiscard]] bool isOutput (const std::string& path) noexcept;
+
+/** That the standard input is among the files to be read once at most, since nothing is left of it then. Throws
+    CommandError. */
+void requireNamedOnce (const std::vector<std::string>& inputs);
 
 /** Waits until a descriptor is ready for an event of poll(). Throws CommandError (interrupted) when a signal comes,
     so that Ctrl-C is heard while nothing else is. */

@@ -33,6 +33,7 @@ void TargetCommand::run() const
     for (const auto& reference : references)
         paths.push_back (reference.path);
 
+    StandardStreams::requireNamedOnce (paths);
     TargetFile::requireItMayStand (output, paths);
 
     if (StandardStreams::isOutput (output))

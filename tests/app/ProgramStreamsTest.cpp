@@ -131,6 +131,22 @@ TEST_F (ProgramStreamsTest, saysWhatIsNoFileToReadOrWrite)
     ::close (socket);
 }
 
+TEST_F (ProgramStreamsTest, theStandardInputIsNamedOnce)
+{
+    constexpr auto sentence = "The standard input can be read only once, and was named 2 times.";
+    expectRefusal ({ "match", "-", "-", "out.wav" }, 2, sentence);
+    expectRefusal ({ "match", "in.wav", "-", "/dev/stdin", "out.wav" }, 2, sentence);
+    expectRefusal ({ "render", "-", "out.wav", "--fit", "--reference", "-" }, 2, sentence);
+    expectRefusal ({ "target", "-", "in.wav", "-", "-o", "my.target" }, 2, sentence);
+    expectRefusal ({ "measure", "-", "-" }, 2, sentence);
+    expectRefusal ({ "render", "in.wav", "--into", "out", "--smart-bands", "--reference", "-" },
+                   2,
+                   "With --into a reference is a file, and not the standard input, which can be read only once.");
+
+    const auto once = shell ("cat in.wav | $S match - in.wav - --overwrite > out.wav");
+    EXPECT_EQ (once.exitCode, 0) << once.errors;
+}
+
 //======================================================================================================================
 /** What a pipe has taken beyond its own room has been read, so the program stands in the middle of the input. */
 TEST_F (ProgramStreamsTest, aSignalWhileItWaitsForInputLeavesNothing)
