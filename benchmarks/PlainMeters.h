@@ -8,7 +8,7 @@
 #include <limits>
 #include <vector>
 
-/** The loudness meter as it is described: rings summed whole, a logarithm for each decision of the gate. */
+/** The loudness meter written plainly: rings summed whole, a logarithm for each decision of the gate. */
 class PlainMeter
 {
 public:
