@@ -160,6 +160,18 @@ void drawNumber (juce::Graphics& graphics, juce::Point<float> centre, int number
         juce::String (number), juce::Rectangle<float> (20.0f, 20.0f).withCentre (centre), juce::Justification::centred);
 }
 
+/** What the bands were to do: all that was missing, or the part of it that a fit was told. */
+Measurement::Levels askedAdjustments (const RenderResult::SmartBands& chosen)
+{
+    auto adjustments = chosen.before.adjustments;
+
+    if (chosen.fit.has_value())
+        for (auto& adjustment : adjustments)
+            adjustment *= 0.01f * chosen.fit->amountPercent;
+
+    return adjustments;
+}
+
 /** Each band by itself, all of them together, and what was asked of them. */
 void drawBands (juce::Graphics& graphics, const RenderResult& result, float top)
 {
@@ -168,7 +180,7 @@ void drawBands (juce::Graphics& graphics, const RenderResult& result, float top)
     for (const auto& band : result.bands)
         all.push_back (band.asked);
 
-    const auto& adjustments = result.smartBands->before.adjustments;
+    const auto adjustments = askedAdjustments (*result.smartBands);
     const auto frequencies = shownFrequencies();
     const auto sum = heardWith (result, all, frequencies);
     std::vector<std::vector<float>> curves;

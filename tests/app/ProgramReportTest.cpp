@@ -25,6 +25,7 @@ protected:
 
     json rendered (std::vector<std::string> arguments)
     {
+        folder.file ("report.png").deleteFile();
         arguments.insert (arguments.end(), { "--json", "--mode", "mix", "--report", "report.png" });
         const auto run = solvane (arguments);
         EXPECT_EQ (run.exitCode, 0) << run.errors;
@@ -131,6 +132,27 @@ TEST_F (ProgramReportTest, drawsWhatTheBandsDoTogether)
     EXPECT_GT (checked, 20);
 }
 
+/** So little is asked for that there is no band, and nothing covers the line. At 18 kHz it ends. */
+TEST_F (ProgramReportTest, drawsAsMuchOfTheAdjustmentAsWasAskedFor)
+{
+    const auto report = rendered ({ "match", "in.wav", "ref.wav", "out.wav", "--fit", "--amount", "11" });
+    ASSERT_TRUE (report["smartBands"].empty());
+    const auto adjustments = floatsOf (report["before"]["adjustments"]);
+    const auto diagram = Diagram::around0 ({ 90.0f, 886.0f, 1070.0f, 330.0f }, {});
+    auto checked = 0;
+
+    for (std::size_t band = 0; band + 1 < adjustments.size(); ++band)
+        if (const auto whole = static_cast<double> (adjustments[band]); std::abs (whole) > 3.0)
+        {
+            ++checked;
+            const auto centre = static_cast<double> (analysisCentresHz[band]);
+            EXPECT_TRUE (isDrawn (diagram, centre, 0.11 * whole, DiagramColours::target)) << band;
+            EXPECT_FALSE (isDrawn (diagram, centre, whole, DiagramColours::target)) << band;
+        }
+
+    EXPECT_GT (checked, 2);
+}
+
 TEST_F (ProgramReportTest, doesNotCareWhereTheTargetComesFrom)
 {
     rendered ({ "render", "in.wav", "out.wav", "--smart-bands", "--preset", "20" });
@@ -163,7 +185,9 @@ TEST_F (ProgramReportTest, replacesAPictureAndNothingElse)
                    "'new.png' cannot be the result and the report.");
 
     rendered ({ "match", "in.wav", "ref.wav", "out.wav" });
-    rendered ({ "match", "in.wav", "ref.wav", "out.wav" });
+    const auto first = bytesOf (folder.path ("report.png"));
+    ASSERT_EQ (solvane ({ "match", "in.wav", "in.wav", "out.wav", "--report", "report.png" }).exitCode, 0);
+    EXPECT_NE (bytesOf (folder.path ("report.png")), first);
 
     expectRefusal ({ "render", "in.wav", "new.wav", "--report", "a.png" }, 2, "--report requires --smart-bands");
     expectRefusal (
