@@ -94,6 +94,7 @@ void ReferenceTrack::analyse (const std::function<void()>& tick)
         // Not the one of an earlier run, should this one end early.
         const std::scoped_lock guard (lock);
         lastReading = {};
+        measuredParts.reset();
     }
 
     progress = 0.0f;
@@ -108,6 +109,16 @@ void ReferenceTrack::analyse (const std::function<void()>& tick)
 
     const std::scoped_lock guard (lock);
     lastReading = std::move (result);
+    measuredParts = std::move (parts);
+}
+
+bool ReferenceTrack::isMeasuredAsMarked() const
+{
+    const auto isSame = [] (const TrackLoop& marked, const TrackRange& part)
+    { return marked.startSamples == part.first && marked.endSamples == part.end; };
+
+    const std::scoped_lock guard (lock);
+    return measuredParts.has_value() && std::ranges::equal (ranges, *measuredParts, isSame);
 }
 
 TrackReading ReferenceTrack::reading() const

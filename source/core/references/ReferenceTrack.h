@@ -10,6 +10,7 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <vector>
 
 /** A finished mix of the user's, wholly in memory at the session's rate.
@@ -108,6 +109,10 @@ public:
     /** What the last analysis gave. Any thread but the audio thread. */
     [[nodiscard]] TrackReading reading() const;
 
+    /** Whether there was an analysis, and the last one measured the ranges that the track has now. Any thread but the
+        audio thread. */
+    [[nodiscard]] bool isMeasuredAsMarked() const;
+
 private:
     /** Zeroed by the system page by page, so that memory is taken as the load goes on. */
     using Samples = juce::HeapBlock<float, true>;
@@ -124,4 +129,7 @@ private:
     std::vector<TrackLoop> ranges;
     std::shared_ptr<const Outline> points;
     TrackReading lastReading;
+
+    /** What it is a reading of. */
+    std::optional<std::vector<TrackRange>> measuredParts;
 };

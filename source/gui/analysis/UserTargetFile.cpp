@@ -4,6 +4,7 @@
 #include "files/OutputPlace.h"
 #include "targets/TargetDocument.h"
 
+#include <algorithm>
 #include <cmath>
 #include <filesystem>
 #include <limits>
@@ -57,6 +58,10 @@ bool write (const std::string& text, AtomicFile& place)
 
 bool UserTargetFile::isMadeOf (const Tracks& tracks, const Presets::Library& presets)
 {
+    if (tracks.empty()
+        || ! std::ranges::all_of (tracks, [] (const auto& track) { return track->isMeasuredAsMarked(); }))
+        return false;
+
     std::vector<TrackReading> readings;
 
     for (const auto& track : tracks)
@@ -67,7 +72,7 @@ bool UserTargetFile::isMadeOf (const Tracks& tracks, const Presets::Library& pre
     none.values.fill (nothing);
     const auto mean = MeanTarget::of (readings).value_or (none);
     const auto numbers = userNumbers (presets);
-    return ! tracks.empty() && numbers.lufs == mean.lufs && numbers.values == mean.values;
+    return numbers.lufs == mean.lufs && numbers.values == mean.values;
 }
 
 UserTargetFile::Outcome
@@ -108,8 +113,11 @@ UserTargetFile::save (const juce::File& file, const Presets::Library& presets, c
 UserTargetFile::Outcome UserTargetFile::load (const juce::File& file, Presets::Library& presets)
 {
     juce::MemoryBlock bytes;
+    std::error_code error;
 
-    if (! file.existsAsFile() || (file.getSize() <= largestFile && ! file.loadFileAsData (bytes)))
+    // Whoever opens a pipe waits until somebody writes.
+    if (! std::filesystem::is_regular_file (pathOf (file), error)
+        || (file.getSize() <= largestFile && ! file.loadFileAsData (bytes)))
         return { false, nameOf (file) + " cannot be read." };
 
     // What is too large is left unread, and no target.

@@ -18,7 +18,7 @@ struct Outcome
     juce::String sentence;
 };
 
-/** Whether USER SETTING is what the last analysis of these tracks has given. */
+/** Whether USER SETTING is what the last analysis of these tracks has given, with the ranges that they have now. */
 [[nodiscard]] bool isMadeOf (const Tracks& tracks, const Presets::Library& presets);
 
 /** Writes the file as a whole or not at all, and with it the tracks if the target is made of them. Replaces a target

@@ -6,6 +6,10 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 namespace
 {
 constexpr std::array<float, 10> values {
@@ -75,6 +79,40 @@ TEST_F (UserTargetFileTest, theTracksStandInTheFileIfTheTargetIsMadeOfThem)
     EXPECT_EQ (written["lufs"].get<float>(), track->reading().lufs);
 }
 
+TEST_F (UserTargetFileTest, aTrackThatHasComeSinceTheAnalysisIsNoneOfThem)
+{
+    tracks.load (tracks.write ("one.wav", 3.0));
+    tracks.model().createTargets ([] (int) {});
+    tracks.load (tracks.write ("two.wav", 3.0));
+    EXPECT_FALSE (UserTargetFile::isMadeOf (tracks.model().tracks(), presets()));
+    ASSERT_TRUE (UserTargetFile::save (file, presets(), tracks.model().tracks()).succeeded);
+    EXPECT_TRUE (jsonIn (file)["tracks"].empty());
+
+    // Nothing could be measured in it, but it was tried.
+    tracks.load (tracks.write ("silence.wav", 3.0, 2, 0.0f));
+    tracks.model().createTargets ([] (int) {});
+    EXPECT_TRUE (UserTargetFile::isMadeOf (tracks.model().tracks(), presets()));
+}
+
+TEST_F (UserTargetFileTest, rangesThatHaveChangedSinceTheAnalysisAreNotThoseOfTheTarget)
+{
+    const auto track = tracks.load (tracks.write ("one.wav", 3.0));
+    const auto isMadeOfIt = [&] { return UserTargetFile::isMadeOf (tracks.model().tracks(), presets()); };
+    track->setLoops ({ { 24000, 120000, false, 1 } });
+    tracks.model().createTargets ([] (int) {});
+    EXPECT_TRUE (isMadeOfIt());
+    track->setLoops ({ { 24000, 96000, false, 1 } });
+    EXPECT_FALSE (isMadeOfIt());
+    track->setLoops ({ { 24000, 120000, false, 1 }, { 0, 24000, false, 2 } });
+    EXPECT_FALSE (isMadeOfIt());
+    track->setLoops ({});
+    EXPECT_FALSE (isMadeOfIt());
+
+    // What the mouse has brought back is as good as what was there.
+    track->setLoops ({ { 24000, 120000, true, 3 } });
+    EXPECT_TRUE (isMadeOfIt());
+}
+
 TEST_F (UserTargetFileTest, nothingMeasuredIsNothingToSave)
 {
     presets().setUserSetting (-std::numeric_limits<float>::infinity(), values);
@@ -110,6 +148,14 @@ TEST_F (UserTargetFileTest, whatIsNoTargetChangesNothing)
 
     expect (file, "'mine.target' cannot be read.");
     expect (file.getParentDirectory(), "'" + file.getParentDirectory().getFileName() + "' cannot be read.");
+
+    // Opened for writing as well: who only reads would wait for a writer.
+    const auto pipe = tracks.folder.file ("pipe");
+    ASSERT_EQ (::mkfifo (pipe.getFullPathName().toRawUTF8(), 0600), 0);
+    const auto writer = ::open (pipe.getFullPathName().toRawUTF8(), O_RDWR);
+    expect (pipe, "'pipe' cannot be read.");
+    ::close (writer);
+
     expect (juce::File (tracks.write ("one.wav", 1.5)), "'one.wav' is not a target file of SOLVANE.");
     expect (juce::File (tracks.write ("long.wav", 10.0)), "'long.wav' is not a target file of SOLVANE.");
 
