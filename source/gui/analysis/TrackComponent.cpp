@@ -63,6 +63,10 @@ TrackComponent::TrackComponent (ReferenceTrackModel& tracks) : model (tracks)
 //======================================================================================================================
 void TrackComponent::setTrack (ReferenceTrackModel::TrackPtr newTrack)
 {
+    // What the hand holds stays as if it had let go.
+    if (isLoaded())
+        edit ([this] (auto& ranges) { return hand.release (ranges); });
+
     shown = std::move (newTrack);
     hand.letGo();
     noteScale();

@@ -197,6 +197,25 @@ TEST_F (TrackComponentTest, aTrackThatComesInMidDragIsNotDragged)
     EXPECT_NEAR (first->loops()[0].endSamples, 142500, 2);
 }
 
+TEST_F (TrackComponentTest, aTrackThatComesInMidDragEndsItAsTheHandWould)
+{
+    const auto first = loadTen();
+    drag (100.0f, 180.0f);
+    drag (300.0f, 380.0f);
+    press (170.0f);
+
+    // Halving it, since the edge on the pointer's side moves.
+    for (const auto x : { 141.0f, 121.0f, 111.0f, 106.0f, 103.0f, 101.0f })
+        dragTo (170.0f, x);
+
+    ASSERT_EQ (first->loops().size(), 2u);
+    ASSERT_LT (first->loops()[0].endSamples - first->loops()[0].startSamples, RangeMouse::shortestRange);
+    tracks.load (tracks.write ("other.wav", 10.0));
+    ASSERT_EQ (first->loops().size(), 1u);
+    EXPECT_NEAR (first->loops()[0].startSamples, 225000, 2);
+    EXPECT_NEAR (first->loops()[0].endSamples, 285000, 2);
+}
+
 TEST_F (TrackComponentTest, withoutATrackTheMouseDoesNothing)
 {
     drag (100.0f, 180.0f);
