@@ -102,6 +102,8 @@ TEST_F (ReferenceTracksTest, anInstanceMayGoInTheMiddleOfALoad)
 
         for (int block = 0; block < round * 3; ++block)
             plugin->process (buffer);
+
+        EXPECT_EQ (TrackSession::tracksIn (plugin->state()).size(), 1u);
     }
 }
 } // namespace

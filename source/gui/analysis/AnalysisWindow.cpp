@@ -215,6 +215,14 @@ void AnalysisWindow::forgetTrack (juce::int64 id)
     trackComponent.showStatus ({});
     showListButtons();
     showSelected();
+
+    // Nothing is left that could be paused.
+    if (model.selectedTrack() == nullptr)
+    {
+        model.audition.isPlaying = false;
+        transport.showPlaying (false);
+    }
+
     showLoadUnderWay();
     showStatus ({});
 }
@@ -447,7 +455,13 @@ void AnalysisWindow::askWhatToLoad()
 
 void AnalysisWindow::saveTarget (const juce::File& file)
 {
-    const auto named = file.getFileExtension().isEmpty() ? file.withFileExtension (targetEnding) : file;
+    const auto lacksEnding = file.getFileExtension().isEmpty();
+    const auto named = lacksEnding ? file.withFileExtension (targetEnding) : file;
+
+    // The dialog has asked about another name.
+    if (lacksEnding && named.exists())
+        return showStatus ("'" + named.getFileName() + "' is there already: choose it to replace it.");
+
     showStatus (UserTargetFile::save (named, processor.presets, model.tracks()).sentence);
 }
 

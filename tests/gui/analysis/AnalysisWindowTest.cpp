@@ -1,6 +1,7 @@
 #include "gui/analysis/AnalysisWindow.h"
 
 #include "gui/analysis/TrackRig.h"
+#include "gui/analysis/UserTargetFile.h"
 #include "gui/look/Fonts.h"
 #include "gui/look/Palette.h"
 #include "gui/room/RoomMouse.h"
@@ -391,6 +392,26 @@ TEST_F (AnalysisWindowTest, aTrackIsTakenAwayWhileItLoads)
     EXPECT_TRUE (window().waveform().isShowingDropButton());
 }
 
+/** The buttons come back when a load ends, also while something plays. */
+TEST_F (AnalysisWindowTest, theLastTrackTakesThePlayingWithIt)
+{
+    open();
+    const auto path = tracks.write ("one.wav", 1.5);
+    tracks.load (path);
+    clickTransport (window().transportBar(), 13.0f);
+    tracks.load (tracks.write ("two.wav", 1.5));
+    tracks.click ("DELETE REFERENCE TRACK");
+    EXPECT_TRUE (model().audition.isPlaying) << "the other one goes on";
+    EXPECT_EQ (window().transportBar().getName(), "pause");
+
+    tracks.click ("DELETE REFERENCE TRACK");
+    ASSERT_TRUE (model().tracks().empty());
+    EXPECT_FALSE (model().audition.isPlaying);
+    EXPECT_EQ (window().transportBar().getName(), "play");
+    window().waveform().filesDropped ({ path }, 10, 10);
+    EXPECT_EQ (model().sessionTracks().size(), 1u);
+}
+
 //======================================================================================================================
 TEST_F (AnalysisWindowTest, aClickOnTheTransportPlaysAndPauses)
 {
@@ -638,18 +659,17 @@ TEST_F (AnalysisWindowTest, nothingIsAnalysedWhileATrackLoads)
 {
     open();
     tracks.load (tracks.write ("one.wav", 1.5));
-    tracks.enqueue (tracks.write ("long.wav", 60.0, 2, 0.3f, 44100.0));
+    tracks.enqueue (tracks.writeLong ("long.wav"));
     PluginRig::serveMessagesUntil ([this] { return model().tracks().size() == 2; });
+    tracks.button ("ANALYSE").onClick();
     const auto second = model().tracks().back();
+    EXPECT_FALSE (second->loaded) << "the load ended too early";
+    EXPECT_TRUE (isEnabled ("ANALYSE"));
+    EXPECT_EQ (model().targetProgress().trackCount, 0);
 
-    if (! second->loaded)
-    {
-        tracks.button ("ANALYSE").onClick();
-        EXPECT_TRUE (isEnabled ("ANALYSE"));
-        EXPECT_EQ (model().targetProgress().trackCount, 0);
-    }
-
-    PluginRig::serveMessagesUntil ([&] { return window().trackRows().find (second->id) != nullptr; });
+    model().selectTrack (second->id);
+    model().removeSelectedTrack();
+    Messages::deliver();
     EXPECT_TRUE (tracks.words.heard.empty());
 }
 
@@ -733,6 +753,32 @@ TEST_F (AnalysisWindowTest, aTargetIsSavedAndLoaded)
     tracks.click ("SAVE TARGET");
     tracks.click ("LOAD TARGET");
     EXPECT_EQ (window().status(), "The target is saved in 'other.target'.");
+}
+
+/** The dialog has asked about the name without the ending. */
+TEST_F (AnalysisWindowTest, aTargetThatNobodyHasChosenIsNotReplaced)
+{
+    auto& presets = tracks.rig.processor.presets;
+    constexpr std::array<float, 10> values { -1, -2, -3, -4, -5, -6, -7, -8, -9, -10 };
+    presets.setUserSetting (-9.5f, values);
+    plugin().targetSetByUser = true;
+    open();
+    const auto there = tracks.folder.file ("mine.target");
+    ASSERT_TRUE (UserTargetFile::save (there, presets, {}).succeeded);
+    const auto before = there.loadFileAsString();
+    presets.setUserSetting (-12.5f, values);
+
+    FileDialog::Files answer { tracks.folder.file ("mine") };
+    window().fileDialog().setOpener ([&] (const FileDialog::Question&, const FileDialog::Answer& give)
+                                     { give (answer); });
+    tracks.click ("SAVE TARGET");
+    EXPECT_EQ (window().status(), "'mine.target' is there already: choose it to replace it.");
+    EXPECT_EQ (there.loadFileAsString(), before);
+
+    answer = { there };
+    tracks.click ("SAVE TARGET");
+    EXPECT_EQ (window().status(), "The target is saved in 'mine.target'.");
+    EXPECT_NE (there.loadFileAsString(), before);
 }
 
 TEST_F (AnalysisWindowTest, aLoadedTargetIsNoLongerTheOneThatLacksATrack)

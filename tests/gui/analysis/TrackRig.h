@@ -8,6 +8,7 @@
 
 #include <juce_audio_formats/juce_audio_formats.h>
 
+#include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
@@ -61,6 +62,33 @@ public:
         std::ignore = stream.release();
         writer->writeFromAudioSampleBuffer (buffer, 0, length);
         return file.getFullPathName();
+    }
+
+    /** A file that takes a while to load, whatever the machine: 38 minutes to be converted, nearly all of them a hole.
+        Whoever loads it takes the track away again. */
+    juce::String writeLong (const std::string& name)
+    {
+        constexpr auto length = 100000000;
+        const auto path = folder.file (name).getFullPathName();
+
+        {
+            juce::FileOutputStream stream { juce::File (path) };
+            stream << "RIFF";
+            stream.writeInt (36 + length);
+            stream << "WAVEfmt ";
+            stream.writeInt (16);
+            stream.writeShort (1);
+            stream.writeShort (1);
+            stream.writeInt (44100);
+            stream.writeInt (44100);
+            stream.writeShort (1);
+            stream.writeShort (8);
+            stream << "data";
+            stream.writeInt (length);
+        }
+
+        std::filesystem::resize_file (path.toStdString(), 44 + length);
+        return path;
     }
 
     void enqueue (const juce::String& path)
