@@ -160,6 +160,8 @@ void FitCost::addLimits (Sum& sum) const
     const auto overall = sum.prediction.overall;
     const auto kept = overall < 0.0 ? goal.keptDropDb() : goal.keptRiseDb();
     const auto floor = goal.floor() + limitMarginDb;
+    const auto makeUp = goal.makeUpDb (overall);
+    const auto makeUpSlope = makeUp == 0.0 ? 0.0 : -1.0;
 
     for (std::size_t index = 0; index < response.size(); ++index)
     {
@@ -167,12 +169,9 @@ void FitCost::addLimits (Sum& sum) const
         sum.perResponse[index] += sum.add (limitWeight * octave, outside (response[index], floor, ceiling));
 
         // With the output gain as well.
-        if (kept == 0.0)
-        {
-            const auto slope = sum.add (limitWeight * octave, outside (response[index] - overall, floor, ceiling));
-            sum.perResponse[index] += slope;
-            sum.perOverall -= slope;
-        }
+        const auto slope = sum.add (limitWeight * octave, outside (response[index] + makeUp, floor, ceiling));
+        sum.perResponse[index] += slope;
+        sum.perOverall += slope * makeUpSlope;
     }
 
     // Of a change that may be kept there is better none that may not, which the output gain would bend off.

@@ -48,25 +48,30 @@ struct Costs
 TEST (FitCostTest, itsSlopesAreThoseOfItsDifferences)
 {
     const Costs costs (-2.0);
-    std::mt19937 random (17);
-    std::uniform_real_distribution<double> level (-12.0, 9.0);
-    std::vector<double> powers;
 
-    for (std::size_t index = 0; index < costs.frequencies.size(); ++index)
-        powers.push_back (std::pow (10.0, 0.1 * level (random)));
-
-    std::vector<double> slopes (powers.size());
-    EXPECT_EQ (costs.cost.of (powers, slopes), costs.of (powers));
-
-    for (std::size_t index = 0; index < powers.size(); index += 3)
+    // With a loudness that is kept, and with one that the output gain makes up for.
+    for (const auto shift : { 0.0, -6.0 })
     {
-        const auto step = 1e-5 * powers[index];
-        auto more = powers;
-        auto less = powers;
-        more[index] += step;
-        less[index] -= step;
-        const auto difference = (costs.of (more) - costs.of (less)) / (2.0 * step);
-        EXPECT_NEAR (slopes[index], difference, 1e-4 * std::max (1.0, std::abs (difference))) << index;
+        std::mt19937 random (17);
+        std::uniform_real_distribution<double> level (-12.0, 9.0);
+        std::vector<double> powers;
+
+        for (std::size_t index = 0; index < costs.frequencies.size(); ++index)
+            powers.push_back (std::pow (10.0, 0.1 * (level (random) + shift)));
+
+        std::vector<double> slopes (powers.size());
+        EXPECT_EQ (costs.cost.of (powers, slopes), costs.of (powers));
+
+        for (std::size_t index = 0; index < powers.size(); index += 3)
+        {
+            const auto step = 1e-5 * powers[index];
+            auto more = powers;
+            auto less = powers;
+            more[index] += step;
+            less[index] -= step;
+            const auto difference = (costs.of (more) - costs.of (less)) / (2.0 * step);
+            EXPECT_NEAR (slopes[index], difference, 1e-4 * std::max (1.0, std::abs (difference))) << index;
+        }
     }
 }
 
@@ -91,6 +96,18 @@ TEST (FitCostTest, liftingWhereNothingIsIsDear)
         powers.push_back (std::pow (10.0, 0.1 * 6.0 * std::clamp (std::log2 (frequency / 7000.0), 0.0, 1.0)));
 
     EXPECT_GT (costs.of (powers), costs.ofLevel (0.0) + 100.0);
+}
+
+/** All but the silence falls by 6 dB, of which the output gain gives back what is more than 3. */
+TEST (FitCostTest, liftingWhereNothingIsByTheOutputGainIsDearToo)
+{
+    const Costs costs;
+    std::vector<double> powers;
+
+    for (const auto frequency : costs.frequencies)
+        powers.push_back (std::pow (10.0, 0.1 * 6.0 * (std::clamp (std::log2 (frequency / 5500.0), 0.0, 1.0) - 1.0)));
+
+    EXPECT_GT (costs.of (powers), costs.ofLevel (-6.0) + 100.0);
 }
 
 TEST (FitCostTest, bendsThatNobodyAskedForAreDear)
